@@ -1,0 +1,20 @@
+# Warnings and sanitizers for our own code: targets that only it links, so that
+# neither generated code nor a library's headers are judged.
+
+option(LUMO_WARNINGS_AS_ERRORS "Turn on our warnings and fail on each" OFF)
+set(LUMO_SANITIZERS "" CACHE STRING "Sanitizers, such as address,undefined")
+
+add_library(lumo_warnings INTERFACE)
+if(LUMO_WARNINGS_AS_ERRORS)
+  target_compile_options(lumo_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+    -Wold-style-cast -Werror)
+endif()
+
+add_library(lumo_sanitizers INTERFACE)
+if(LUMO_SANITIZERS)
+  target_compile_options(lumo_sanitizers INTERFACE
+    -fsanitize=${LUMO_SANITIZERS} -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(lumo_sanitizers INTERFACE -fsanitize=${LUMO_SANITIZERS})
+endif()
