@@ -1,0 +1,34 @@
+// A profiling log as bytes: reading the file and checking what was read.
+
+#ifndef LUMO_LOG_LOG_FILE_H_
+#define LUMO_LOG_LOG_FILE_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "profiling_log_generated.h"
+
+namespace lumo {
+
+// Replaces `bytes` with the whole content of the file at `path`. Returns false
+// where the file cannot be opened. A file that is no log by its size alone (a
+// pipe, which has none; 2147483647 bytes or more) gives no bytes and true: it
+// opens, and verification rejects it. Bytes that the file turns out not to have
+// are zero.
+bool ReadLogFile(const std::string& path, std::vector<std::uint8_t>* bytes);
+
+// Returns the root table of the log in `bytes`, or null where the bytes are no
+// well-formed log: every offset, vector, string terminator and alignment is
+// checked, events may nest 62 levels deep and a log may have 1,000,000 tables,
+// each counted as often as something refers to it. The root points into `bytes`
+// and is valid while these are neither changed nor moved.
+//
+// What a good log still may hold: absent fields anywhere, numbers that their
+// enumeration does not name, names with any bytes in them, tables that several
+// others share.
+const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes);
+
+}  // namespace lumo
+
+#endif  // LUMO_LOG_LOG_FILE_H_
