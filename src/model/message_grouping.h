@@ -1,0 +1,57 @@
+// From the messages of a verified log to counts and per-graph series.
+//
+// An absent vector is an empty one here, an absent name an empty name, and a
+// range of message positions that reaches past the last message stops there.
+
+#ifndef LUMO_MODEL_MESSAGE_GROUPING_H_
+#define LUMO_MODEL_MESSAGE_GROUPING_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/event_series.h"
+#include "profiling_log_generated.h"
+
+namespace lumo {
+
+using MessageVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingMessage>>;
+
+// Returns the number of distinct graph indices, compared in all their 64 bits.
+// `messages` may be null.
+std::int32_t CountGraphs(const MessageVector* messages);
+
+// Returns the number of messages with at least one top-level event whose name
+// contains `text`, byte for byte. `messages` may be null.
+std::int32_t CountMessagesWithEventName(const MessageVector* messages,
+                                        std::string_view text);
+
+// Returns where a loop over message positions up to `end` has to stop: at `end`
+// or, where that lies past the last message, behind the last message.
+std::int32_t ClipToMessages(const MessageVector* messages, std::int32_t end);
+
+// Returns whether every message at positions 0 to `end` - 1 belongs to one of
+// the graphs 0 to `graph_count` - 1. If not, `error` says which is the first that
+// does not. The collectors below rely on it.
+bool CheckGraphIndices(const ProfilingLog& log, std::int32_t end,
+                       std::int32_t graph_count, std::string* error);
+
+// Returns the series of the top-level events in microseconds, over the messages
+// at positions `first` to `last` - 1. Element g belongs to graph g; there are
+// `graph_count` elements.
+std::vector<EventSeriesMap> CollectEventSeries(const ProfilingLog& log,
+                                               std::int32_t first,
+                                               std::int32_t last,
+                                               std::int32_t graph_count);
+
+// As CollectEventSeries(), but of the node events (one per operation, in any
+// unit) directly under the top-level events.
+std::vector<EventSeriesMap> CollectNodeSeries(const ProfilingLog& log,
+                                              std::int32_t first,
+                                              std::int32_t last,
+                                              std::int32_t graph_count);
+
+}  // namespace lumo
+
+#endif  // LUMO_MODEL_MESSAGE_GROUPING_H_
