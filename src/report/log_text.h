@@ -1,0 +1,18 @@
+// The whole log as one line of text.
+
+#ifndef LUMO_REPORT_LOG_TEXT_H_
+#define LUMO_REPORT_LOG_TEXT_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lumo {
+
+// Returns every field of the log in `log_storage`, which must have been verified,
+// with the schema's names of fields and enumeration values.
+std::string RenderLogText(const std::vector<std::uint8_t>& log_storage);
+
+}  // namespace lumo
+
+#endif  // LUMO_REPORT_LOG_TEXT_H_

@@ -1,0 +1,65 @@
+#include "report/op_sections.h"
+
+#include <array>
+#include <charconv>
+#include <iomanip>
+#include <string_view>
+
+#include "report/percent_field.h"
+
+namespace lumo {
+namespace {
+
+// What begins the line of an operation in both sections.
+void WriteShare(std::ostream& stream, float percent) {
+  stream << "            ";
+  WritePercentField(stream, percent);
+}
+
+// "name: 1500.00 cycles"
+void WriteAverageRow(std::ostream& stream, std::string_view name,
+                     const OpStatistics& op) {
+  WriteShare(stream, op.op.percent);
+  stream << name << ": " << op.op.average << ' ' << op.unit << '\n';
+}
+
+// "        1500 cycles | name": up to six significant digits, whatever notation
+// the stream is in, right-aligned in 12 characters.
+void WriteTopRow(std::ostream& stream, const TopOpEntry& op) {
+  std::array<char, 16> digits;  // the longest is "-1.23457e+38"
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), op.average,
+                    std::chars_format::general, 6);
+  WriteShare(stream, op.percent);
+  stream << std::setw(12) << std::string_view(digits.data(), written.ptr) << ' '
+         << op.unit << " | " << op.name << '\n';
+}
+
+}  // namespace
+
+bool WriteOpSections(std::ostream& stream,
+                     const std::vector<OpAverageMap>& op_averages,
+                     const std::vector<std::vector<TopOpEntry>>& top_ops,
+                     std::int32_t topK) {
+  stream << "---------Per-op Avg Time----------\n";
+  std::int32_t graph_position = 0;
+  for (const OpAverageMap& graph : op_averages) {
+    stream << "        Graph index: " << graph_position++ << '\n';
+    for (const auto& [key, op] : graph) {
+      WriteAverageRow(stream, key.name, op);
+    }
+    stream << '\n';
+  }
+  stream << "---------Top " << topK << " by Computation Time----------\n";
+  graph_position = 0;
+  for (const std::vector<TopOpEntry>& graph : top_ops) {
+    stream << "        Graph index: " << graph_position++ << '\n';
+    for (const TopOpEntry& op : graph) {
+      WriteTopRow(stream, op);
+    }
+    stream << '\n';
+  }
+  return true;
+}
+
+}  // namespace lumo

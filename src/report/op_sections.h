@@ -1,0 +1,25 @@
+// The two sections about operations that end the report of a detailed log.
+
+#ifndef LUMO_REPORT_OP_SECTIONS_H_
+#define LUMO_REPORT_OP_SECTIONS_H_
+
+#include <cstdint>
+#include <ostream>
+#include <vector>
+
+#include "model/op_averages.h"
+#include "model/top_ops.h"
+
+namespace lumo {
+
+// Writes every operation of every graph in key order, then the rows of `top_ops`
+// as they are, under a heading with `topK`. Element g of both belongs to graph g.
+// Always returns true.
+bool WriteOpSections(std::ostream& stream,
+                     const std::vector<OpAverageMap>& op_averages,
+                     const std::vector<std::vector<TopOpEntry>>& top_ops,
+                     std::int32_t topK);
+
+}  // namespace lumo
+
+#endif  // LUMO_REPORT_OP_SECTIONS_H_

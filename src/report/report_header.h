@@ -1,0 +1,25 @@
+// The head of the report: versions, date and the number of runs of each graph.
+
+#ifndef LUMO_REPORT_REPORT_HEADER_H_
+#define LUMO_REPORT_REPORT_HEADER_H_
+
+#include <cstdint>
+#include <ostream>
+
+#include "profiling_log_generated.h"
+
+namespace lumo {
+
+// Writes the header for a log with these numbers of graphs, finalize and execute
+// messages. Returns false, with nothing written, where `root` is null.
+//
+// The four texts of the root end at their first zero byte; an absent one is
+// empty. Graph i is described by message i: `graph_count` must not exceed the
+// number of messages. Runs per graph are whole numbers, rounded down.
+bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
+                       std::int32_t graph_count, std::int32_t prepare_count,
+                       std::int32_t inference_count);
+
+}  // namespace lumo
+
+#endif  // LUMO_REPORT_REPORT_HEADER_H_

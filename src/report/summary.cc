@@ -1,0 +1,53 @@
+#include "report/summary.h"
+
+#include <algorithm>
+
+namespace lumo {
+namespace {
+
+// The statistics of a list are computed or marked as not computed all at once, so
+// its first entry speaks for all. Negative zero is a figure like any other.
+bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
+  const auto graph =
+      std::find_if(statistics.begin(), statistics.end(),
+                   [](const StatisticsMap& map) { return !map.empty(); });
+  if (graph == statistics.end()) {
+    return false;
+  }
+  const RunStatistics& runs = graph->begin()->second.runs;
+  return runs.warmup_mean >= 0.0F && runs.mean >= 0.0F && runs.stdev >= 0.0F;
+}
+
+// Writes one of the three figures of every event of a graph.
+void WriteFigures(std::ostream& stream, const StatisticsMap& graph,
+                  float RunStatistics::*figure) {
+  for (const auto& [key, event] : graph) {
+    stream << "                " << key.name << ": " << event.runs.*figure << ' '
+           << event.unit << '\n';
+  }
+}
+
+}  // namespace
+
+void WriteSummary(std::ostream& stream,
+                  const std::vector<StatisticsMap>& statistics,
+                  std::int32_t num_warmup) {
+  if (HasStatistics(statistics)) {
+    stream << "------------Summary------------\n";
+    std::int32_t graph_position = 0;
+    for (const StatisticsMap& graph : statistics) {
+      stream << "        Graph index:" << graph_position << '\n';
+      stream << "            Warmup (first " << num_warmup << " events):\n";
+      WriteFigures(stream, graph, &RunStatistics::warmup_mean);
+      stream << "            Mean:\n";
+      WriteFigures(stream, graph, &RunStatistics::mean);
+      stream << "            Stdev:\n";
+      WriteFigures(stream, graph, &RunStatistics::stdev);
+      stream << '\n';
+      ++graph_position;
+    }
+  }
+  stream << "\n\n";
+}
+
+}  // namespace lumo
