@@ -1,0 +1,101 @@
+// The command line: the options' table, their echoes and the usage text.
+
+#include <cerrno>
+#include <cstdlib>
+#include <iostream>
+
+#include <getopt.h>
+
+#include "app/console.h"
+#include "app/profile_viewer.h"
+
+namespace lumo {
+namespace {
+
+constexpr option kOptions[] = {
+    {"help", no_argument, nullptr, 'h'},
+    {"input_profile_data", required_argument, nullptr, 'i'},
+    {"output", required_argument, nullptr, 'o'},
+    {"topK", required_argument, nullptr, 'k'},
+    {"num_warmup", required_argument, nullptr, 'w'},
+    {nullptr, 0, nullptr, 0},
+};
+
+// Reads the number that `text` begins with, behind white space and a sign; what
+// follows it is ignored. Returns false where there is none or it is no 32-bit
+// signed integer.
+bool ParseInteger(const char* text, std::int32_t* number) {
+  char* end = nullptr;
+  errno = 0;
+  const long parsed = std::strtol(text, &end, 10);
+  if (end == text || errno == ERANGE || parsed < INT32_MIN ||
+      parsed > INT32_MAX) {
+    return false;
+  }
+  *number = static_cast<std::int32_t>(parsed);
+  return true;
+}
+
+bool ReportNoInteger(const std::string& name, const std::string& text) {
+  return ReportError("Option " + name + " takes a 32-bit integer, not [" + text +
+                     "].");
+}
+
+}  // namespace
+
+bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
+  int code = 0;
+  while ((code = getopt_long(argc, argv, "", kOptions, nullptr)) != -1) {
+    switch (code) {
+      case 'i':
+        input_profile_data = optarg;
+        std::cout << "[Profile Viewer] Input profile data: ["
+                  << input_profile_data << "]" << std::endl;
+        break;
+      case 'o':
+        output = optarg;
+        std::cout << "[Profile Viewer] Output txt file: [" << output << "]"
+                  << std::endl;
+        break;
+      case 'k':
+        if (!ParseInteger(optarg, &topK)) {
+          return ReportNoInteger("--topK", optarg);
+        }
+        std::cout << "[Profile Viewer] Top K: [" << topK << "]" << std::endl;
+        break;
+      case 'w':
+        if (!ParseInteger(optarg, &num_warmup)) {
+          return ReportNoInteger("--num_warmup", optarg);
+        }
+        std::cout << "[Profile Viewer] Number of warmups: [" << num_warmup << "]"
+                  << std::endl;
+        break;
+      default:
+        PrintUsage();
+        std::exit(EXIT_SUCCESS);
+    }
+  }
+  if (input_profile_data.empty()) {
+    return ReportError("Please provide the input_profile_data.");
+  }
+  return true;
+}
+
+void PrintUsage() {
+  std::cout
+      << "options:\n"
+         "--help \t\t\t\t\t\t\t\t\t Help\n"
+         "--input_profile_data <input profile file> \t\t\t\t A binary input "
+         "file that contains profiling result.\n"
+         "--output <output file> \t\t\t\t\t\t\t An output txt file contains "
+         "human readable profiling result. If it is not specified, the "
+         "profiling output will show in standard output.\n"
+         "--topK <topK> \t\t\t\t\t\t\t\t Only used in detailed profiling mode. "
+         "Number of events to be printed under Top by Computation Time section. "
+         "Default is 5.\n"
+         "--num_warmup <num_warmup> \t\t\t\t\t\t Number of "
+         "initialization/execution to be counted as warmups. Default is 1."
+      << std::endl;
+}
+
+}  // namespace lumo
