@@ -2,6 +2,7 @@
 # neither generated code nor a library's headers are judged.
 
 option(LUMO_WARNINGS_AS_ERRORS "Turn on our warnings and fail on each" OFF)
+option(LUMO_FUZZ "Build the fuzz target with libFuzzer (clang)" OFF)
 set(LUMO_SANITIZERS "" CACHE STRING "Sanitizers, such as address,undefined")
 
 add_library(lumo_warnings INTERFACE)
@@ -17,4 +18,9 @@ if(LUMO_SANITIZERS)
     -fsanitize=${LUMO_SANITIZERS} -fno-sanitize-recover=all
     -fno-omit-frame-pointer)
   target_link_options(lumo_sanitizers INTERFACE -fsanitize=${LUMO_SANITIZERS})
+endif()
+if(LUMO_FUZZ)
+  # Coverage for the search in all of our code; the target adds libFuzzer's main.
+  target_compile_options(lumo_sanitizers INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(lumo_sanitizers INTERFACE -fsanitize=fuzzer-no-link)
 endif()

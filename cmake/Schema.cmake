@@ -24,3 +24,22 @@ add_library(lumo_schema INTERFACE)
 add_dependencies(lumo_schema lumo_schema_header)
 target_include_directories(lumo_schema SYSTEM INTERFACE "${_generated_dir}")
 target_link_libraries(lumo_schema INTERFACE flatbuffers::flatbuffers)
+
+# Makes a binary log from each of the JSON files, as NAME.bin in `directory`, and
+# a target that stands for them all.
+function(lumo_add_logs target directory)
+  set(logs)
+  foreach(json IN LISTS ARGN)
+    get_filename_component(json "${json}" ABSOLUTE)
+    get_filename_component(name "${json}" NAME_WE)
+    add_custom_command(
+      OUTPUT "${directory}/${name}.bin"
+      COMMAND flatbuffers::flatc --binary -o "${directory}" "${LUMO_SCHEMA}"
+              "${json}"
+      DEPENDS "${json}" "${LUMO_SCHEMA}" flatbuffers::flatc
+      COMMENT "Making ${name}.bin"
+      VERBATIM)
+    list(APPEND logs "${directory}/${name}.bin")
+  endforeach()
+  add_custom_target(${target} ALL DEPENDS ${logs})
+endfunction()

@@ -1,0 +1,24 @@
+// Runs the fuzz target once on each of the files named on the command line.
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "log/log_file.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
+                                      std::size_t size);
+
+int main(int argc, char** argv) {
+  std::vector<std::uint8_t> input;
+  for (int i = 1; i < argc; ++i) {
+    if (!lumo::ReadLogFile(argv[i], &input)) {
+      std::fprintf(stderr, "cannot open %s\n", argv[i]);
+      return EXIT_FAILURE;
+    }
+    LLVMFuzzerTestOneInput(input.data(), input.size());
+  }
+  std::printf("%d inputs replayed\n", argc - 1);
+  return argc > 1 ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,21 @@
+// A whole run of the viewer in this process, on bytes instead of a file.
+
+#ifndef LUMO_FUZZ_RUN_VIEWER_H_
+#define LUMO_FUZZ_RUN_VIEWER_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lumo {
+
+// Runs every step behind the command line and returns what they wrote to standard
+// output: the report or the line that says why there is none, a warning before
+// either. `log` should own no more memory than its bytes, so that a checker sees
+// any access behind them.
+std::string RunViewer(std::vector<std::uint8_t> log, std::int32_t topK,
+                      std::int32_t num_warmup);
+
+}  // namespace lumo
+
+#endif  // LUMO_FUZZ_RUN_VIEWER_H_

@@ -1,0 +1,128 @@
+// Logs at and over the limits, and a small log that is damaged everywhere.
+
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <flatbuffers/flatbuffers.h>
+#include <gtest/gtest.h>
+
+#include "log/log_file.h"
+#include "run_viewer.h"
+
+namespace lumo {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+using Events = std::vector<flatbuffers::Offset<ProfilingEvent>>;
+
+// Returns a log of one message with the events that `make_events` makes.
+Bytes MakeLog(
+    const std::function<Events(flatbuffers::FlatBufferBuilder*)>& make_events) {
+  flatbuffers::FlatBufferBuilder builder;
+  const auto events = builder.CreateVector(make_events(&builder));
+  const auto message =
+      CreateProfilingMessage(builder, 0, 0, BackendId::UNDEFINED, events);
+  const auto messages = builder.CreateVector(&message, 1);
+  builder.Finish(CreateProfilingLog(builder, 0, 0, 0, 0, messages));
+  return {builder.GetBufferPointer(),
+          builder.GetBufferPointer() + builder.GetSize()};
+}
+
+Bytes MakeTree(int levels) {
+  return MakeLog([levels](flatbuffers::FlatBufferBuilder* builder) {
+    Events events;
+    for (int i = 0; i < levels; ++i) {
+      const auto sub_events = builder->CreateVector(events);
+      ProfilingEventBuilder event(*builder);
+      event.add_sub_events(sub_events);
+      events = {event.Finish()};
+    }
+    return events;
+  });
+}
+
+TEST(Limits, EventsNest62LevelsDeep) {
+  EXPECT_NE(VerifyLog(MakeTree(62)), nullptr);
+  EXPECT_EQ(VerifyLog(MakeTree(63)), nullptr);
+}
+
+TEST(Limits, EveryVisitOfATableCounts) {
+  for (const std::size_t tables : {1000000U, 1000001U}) {
+    const Bytes log = MakeLog([=](flatbuffers::FlatBufferBuilder* builder) {
+      // The root and the message are two of them.
+      return Events(tables - 2, ProfilingEventBuilder(*builder).Finish());
+    });
+    EXPECT_EQ(VerifyLog(log) != nullptr, tables == 1000000U);
+  }
+}
+
+TEST(Limits, ARootTableNeeds12Bytes) {
+  // The offset of the root, its offset to the vtable (-4 behind it), and there
+  // the sizes of vtable and table.
+  const Bytes log = {4, 0, 0, 0, 252, 255, 255, 255, 4, 0, 4, 0};
+  EXPECT_NE(VerifyLog(log), nullptr);
+  EXPECT_EQ(VerifyLog(Bytes(log.begin(), log.end() - 1)), nullptr);
+  EXPECT_EQ(VerifyLog({}), nullptr);
+}
+
+TEST(Damage, AStringWithoutItsEndAndAVectorPastTheEndAreRejected) {
+  const Bytes log = MakeLog([](flatbuffers::FlatBufferBuilder* builder) {
+    return Events{CreateProfilingEventDirect(*builder, "unterminated")};
+  });
+  ASSERT_NE(VerifyLog(log), nullptr);
+  // The name is the last thing in the buffer, its terminator and padding end it.
+  Bytes unterminated = log;
+  const std::size_t name = std::string(log.begin(), log.end()).find("untermi");
+  unterminated[name + std::strlen("unterminated")] = 'x';
+  EXPECT_EQ(VerifyLog(unterminated), nullptr);
+
+  const auto* events = GetProfilingLog(log.data())->messages()->Get(0)->events();
+  const auto count = static_cast<std::size_t>(
+      reinterpret_cast<const std::uint8_t*>(events) - log.data());
+  Bytes too_long = log;
+  too_long[count] = static_cast<std::uint8_t>((log.size() - count) / 4);
+  EXPECT_EQ(VerifyLog(too_long), nullptr);
+}
+
+// A run ends with a report or with a line that says why there is none.
+void ExpectAnOutcome(const Bytes& log) {
+  const std::string written = RunViewer(log, 2, 1);
+  const bool rejected =
+      written.find("[Profile Viewer] Error: ") != std::string::npos &&
+      written.ends_with('\n');
+  const bool reported =
+      written.find("[PROFILER API VERSION] : ") != std::string::npos &&
+      written.ends_with("\n\n");
+  ASSERT_NE(rejected, reported) << written;
+}
+
+class EveryKind : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(ReadLogFile(std::getenv("LUMO_EVERY_KIND_LOG"), &log));
+    ASSERT_NE(RunViewer(log, 2, 1).find("---Top 2 by"), std::string::npos);
+  }
+  Bytes log;
+};
+
+TEST_F(EveryKind, CutAtEveryLength) {
+  for (std::size_t length = 0; length < log.size(); ++length) {
+    ASSERT_NO_FATAL_FAILURE(
+        ExpectAnOutcome(Bytes(log.data(), log.data() + length)))
+        << length;
+  }
+}
+
+TEST_F(EveryKind, EveryBitFlipped) {
+  for (std::size_t bit = 0; bit < log.size() * 8; ++bit) {
+    Bytes flipped = log;
+    flipped[bit / 8] ^= static_cast<std::uint8_t>(1U << (bit % 8));
+    ASSERT_NO_FATAL_FAILURE(ExpectAnOutcome(flipped)) << bit;
+  }
+}
+
+}  // namespace
+}  // namespace lumo

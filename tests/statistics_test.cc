@@ -1,0 +1,161 @@
+// The arithmetic of the report, in tables.
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "model/op_averages.h"
+#include "model/run_statistics.h"
+#include "model/top_ops.h"
+#include "report/event_listing.h"
+
+namespace lumo {
+namespace {
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+
+// Equal to the bit, but for the bits of what is not a number.
+bool IsSame(float a, float b) {
+  return std::isnan(a) ? std::isnan(b)
+                       : a == b && std::signbit(a) == std::signbit(b);
+}
+
+TEST(RunStatistics, FollowTheOrderAndPrecisionOfFloats) {
+  const float inf = std::numeric_limits<float>::infinity();
+  const struct {
+    std::vector<float> values;
+    std::int32_t num_warmup;
+    RunStatistics want;
+  } kCases[] = {
+      {{10, 20, 30, 40}, 1, {10, 30, 10}},
+      {{5, 7}, 1, {5, 7, 0}},
+      {{5, 7}, 2, {6, 0, -0.0F}},
+      {{5, 7}, 0, {0, 6, std::sqrt(2.0F)}},
+      // A float's sum absorbs each 1; a wider or reordered one would not.
+      {{16777216, 1, 1, 1}, 0, {0, 4194304, 8388608}},
+      {{1, 1, 16777216}, 2, {1, 16777216, 0}},
+      // A wider sum would give 0.23333333, and 0.15275252.
+      {{0.1F, 0.2F, 0.4F}, 0, {0, 0.23333335F, 0.15275253F}},
+      // Squares and sum fused into one rounding would give 1.6268578.
+      {{5.3F, 4.4F, 7.2F, 7.9F}, 0, {0, 6.2000003F, 1.6268579F}},
+      {{3e38F, 3e38F, 1}, 0, {0, inf, inf}},
+      {{inf, inf}, 0, {0, inf, kNaN}},
+  };
+  for (const auto& test : kCases) {
+    // A longer series before it, so that the list is not one of single runs.
+    const std::vector<EventSeriesMap> series = {
+        {}, {{{0, "a"}, {"us", {1, 1, 1}}}, {{1, "a"}, {"us", test.values}}}};
+    std::vector<StatisticsMap> statistics;
+    std::string error;
+    ASSERT_TRUE(
+        ComputeRunStatistics(series, test.num_warmup, &statistics, &error));
+    ASSERT_EQ(statistics.size(), 2U);
+    const RunStatistics got = statistics[1].at({1, "a"}).runs;
+    SCOPED_TRACE(testing::PrintToString(test.values));
+    EXPECT_TRUE(IsSame(got.warmup_mean, test.want.warmup_mean))
+        << got.warmup_mean;
+    EXPECT_TRUE(IsSame(got.mean, test.want.mean)) << got.mean;
+    EXPECT_TRUE(IsSame(got.stdev, test.want.stdev)) << got.stdev;
+  }
+}
+
+TEST(RunStatistics, OneSeriesMarksTheWholeListAsSingleRuns) {
+  const std::vector<EventSeriesMap> series = {
+      {{{3, "b"}, {"us", {7}}}, {{4, "a"}, {"us", {7, 8}}}},
+      {{{0, "c"}, {"us", {1, 2, 3}}}}};
+  std::vector<StatisticsMap> statistics;
+  std::string error;
+  ASSERT_TRUE(ComputeRunStatistics(series, -5, &statistics, &error));
+  ASSERT_EQ(statistics.size(), 2U);
+  EXPECT_EQ(statistics[0].at({4, "a"}).runs.mean, -1.0F);
+  EXPECT_EQ(statistics[1].at({0, "c"}).runs.stdev, -1.0F);
+}
+
+// Entries are named "a", "b", ... in the order of `percents`.
+std::string Select(const std::vector<float>& percents, std::int32_t topK) {
+  const std::string names = "abcdefghijklmnopqrstuvwxyz";
+  std::vector<TopOpEntry> entries;
+  for (const float percent : percents) {
+    entries.push_back({std::string_view(names).substr(entries.size(), 1), "",
+                       percent, 0});
+  }
+  std::string selected;
+  for (const TopOpEntry& entry : SelectTopOps(entries, topK)) {
+    selected += entry.name;
+  }
+  return selected;
+}
+
+TEST(TopOps, TiesFollowTheHeap) {
+  const struct {
+    std::vector<float> percents;
+    std::int32_t topK;
+    std::string want;
+  } kCases[] = {
+      {{12.5F, 25, 62.5F}, 2, "cb"},
+      {{12.5F, 25, 62.5F}, 0, ""},
+      {{25, 12.5F, 62.5F}, -1, "cab"},
+      {{25, 12.5F, 62.5F}, std::numeric_limits<std::int32_t>::min(), "cab"},
+      {{1, 1, 1, 1, 1, 1, 1, 1, 1}, 3, "cih"},
+      {{1, 1, 1, 1}, -1, "cdba"},
+      {{2, 1, 2, 1, 2}, 3, "cea"},
+      {{kNaN, kNaN, kNaN}, 5, "cba"},
+      {{kNaN, kNaN, kNaN}, 2, "cb"},
+  };
+  for (const auto& test : kCases) {
+    EXPECT_EQ(Select(test.percents, test.topK), test.want)
+        << testing::PrintToString(test.percents) << " K " << test.topK;
+  }
+}
+
+TEST(OpAverages, SharesAreDividedFirstThenScaled) {
+  const EventSeriesMap nodes = {{{0, "x"}, {"us", {100, 1, 1}}},
+                                {{1, "y"}, {"cycles", {1, 2}}},
+                                {{2, "z"}, {"us", {}}}};
+  std::vector<OpAverageMap> op_averages;
+  std::vector<std::vector<TopOpEntry>> top_ops;
+  AggregateNodeTimes(nodes, 1, &op_averages, &top_ops);
+  AggregateNodeTimes({}, 1, &op_averages, &top_ops);
+  ASSERT_EQ(op_averages.size(), 2U);
+  ASSERT_EQ(top_ops.size(), 2U);
+  EXPECT_EQ(op_averages[0].at({0, "x"}).op.average, 34.0F);
+  EXPECT_EQ(op_averages[0].at({1, "y"}).op.percent, 1.5F / 35.5F * 100.0F);
+  EXPECT_EQ(op_averages[0].at({2, "z"}).op.percent, 0.0F);
+  ASSERT_EQ(top_ops[0].size(), 1U);
+  EXPECT_EQ(top_ops[0][0].name, "x");
+  EXPECT_TRUE(op_averages[1].empty() && top_ops[1].empty());
+}
+
+TEST(NodeId, IsTheFirstRunOfDigitsBehindThePrefix) {
+  const struct {
+    std::string name;
+    std::int32_t want;
+  } kCases[] = {
+      {"node_id_5", 5},
+      {"node_id_12_conv3", 12},
+      {"node_id_x7", 7},
+      {"node_id_007", 7},
+      {"node_id_-4", 4},
+      {"node_id_2147483647", 2147483647},
+      {"node_id_2147483648", -1},
+      {"node_id_" + std::string(50, '0') + "9:op", 9},
+      {"node_id_" + std::string(100000, '9'), -1},
+      {std::string("node_id_\n\0\xff\x31", 12), 1},
+      {"node_id_", -1},
+      {"node_id", -1},
+      {"node_id_abc", -1},
+      {"Node_id_5", -1},
+      {"xnode_id_5", -1},
+      {"node_id_4_node_id_5", -1},
+      {"", -1},
+  };
+  for (const auto& test : kCases) {
+    EXPECT_EQ(ParseNodeId(test.name), test.want) << test.name.substr(0, 40);
+  }
+}
+
+}  // namespace
+}  // namespace lumo

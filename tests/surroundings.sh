@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Runs the viewer where files, folders and streams are not as they should be.
+#
+#   surroundings.sh PROGRAM LOG
+set -u
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cp "$1" "$work/viewer" && cp "$2" "$work/log.bin" && cd "$work" || exit 1
+chmod 755 .
+program=./viewer
+mkdir folder
+: >empty.bin
+mkfifo pipe.bin
+truncate -s 2147483647 huge.bin
+cp log.bin copy.bin && ln log.bin hard.bin && ln -s ../"${work##*/}"/log.bin soft.bin
+printf 'older and longer\n%.0s' {1..9999} >old.txt
+failed=0
+
+# expect STATUS LAST_LINE_OF_STDOUT STDERR COMMAND...: runs the command, for ten
+# seconds at most, in the environment and with the streams that it sets up.
+expect() {
+  local status=0 want_status=$1 want_out=$2 want_err=$3
+  shift 3
+  timeout 10 "$@" >out 2>err </dev/null || status=$?
+  if [ "$status" != "$want_status" ] || [ "$(tail -n 1 out)" != "$want_out" ] ||
+    [ "$(cat err)" != "$want_err" ]; then
+    printf 'FAILED: %s\nstatus %s\n%s\n' "$*" "$status" "$(tail -n 1 out; cat err)"
+    failed=1
+  fi
+}
+
+input() { printf -- '--input_profile_data=%s' "$1"; }
+says='[Profile Viewer] Error:'
+for log in folder empty.bin pipe.bin huge.bin /dev/null /dev/zero; do
+  expect 1 "$says Verify Profiling Log Buffer failed. The buffer might be ill-formatted" \
+    'Error at main:339' "$program" "$(input "$log")"
+done
+for log in missing.bin missing/log.bin log.bin/; do
+  expect 1 "$says Cannot open the input file." 'Error at main:339' \
+    "$program" "$(input "$log")"
+done
+# Root may read anything, so it becomes somebody else first.
+as_user=(env)
+[ "$(id -u)" != 0 ] || as_user=(setpriv --reuid=65534 --clear-groups)
+chmod 0 copy.bin
+expect 1 "$says Cannot open the input file." 'Error at main:339' \
+  "${as_user[@]}" "$program" "$(input copy.bin)"
+chmod 600 copy.bin
+located='Error in lumo-profile-viewer function at ExportData:311
+Error at main:343'
+for report in missing/r.txt folder log.bin ./folder/../log.bin hard.bin soft.bin; do
+  expect 1 "$says Failed to create $report." "$located" \
+    "$program" "$(input log.bin)" --output "$report"
+done
+expect 1 "$says Failed to create log.bin." "$located" \
+  "$program" "$(input soft.bin)" --output log.bin
+# Errors while writing are not looked at; neither are streams that are closed.
+expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
+  "$program" "$(input log.bin)" --output /dev/full
+# shellcheck disable=SC2016 # $0 and $@ are the inner shell's.
+{
+  expect 0 '' '' bash -c '"$0" "$@" >/dev/full' "$program" "$(input log.bin)"
+  expect 0 '' '' bash -c '"$0" "$@" >&-' "$program" "$(input log.bin)" --output new.txt
+  expect 1 '' '' bash -c '"$0" "$@" >&- 2>&-' "$program" "$(input missing.bin)"
+}
+expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
+  "$program" "$(input log.bin)" --output old.txt
+"$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt && cmp old.txt new.txt &&
+  cmp log.bin copy.bin || failed=1
+exit "$failed"
