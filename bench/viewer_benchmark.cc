@@ -1,13 +1,14 @@
 // Times the library's work and ours on the same logs: what every run must pay for
 // verification and the text of the log, against grouping with statistics and
-// against composing the report.
+// against composing the report. And whole runs on logs of extreme shapes, each at
+// two sizes, a quarter and all.
 
-#include <iostream>
-#include <utility>
+#include <memory>
 
 #include <benchmark/benchmark.h>
 
 #include "app/profile_viewer.h"
+#include "extreme_logs.h"
 #include "large_log.h"
 #include "log/log_file.h"
 #include "report/log_text.h"
@@ -15,68 +16,97 @@
 namespace lumo {
 namespace {
 
-constexpr LogShape ShapeOf(std::int64_t executes) { return {2, executes, 80, 5}; }
+using Bytes = std::vector<std::uint8_t>;
 
-void CountTablesOf(benchmark::State& state) {
-  state.counters["tables"] =
-      static_cast<double>(CountTables(ShapeOf(state.range(0))));
+// The log of a benchmark's argument, executes per graph, and its size in tables.
+Bytes MakeLog(benchmark::State& state) {
+  const LogShape shape = {2, state.range(0), 80, 5};
+  state.counters["tables"] = static_cast<double>(CountTables(shape));
+  return MakeLargeLog(shape);
 }
 
 void Verifier(benchmark::State& state) {
-  const std::vector<std::uint8_t> log = MakeLargeLog(ShapeOf(state.range(0)));
+  const Bytes log = MakeLog(state);
   for (auto _ : state) {
     benchmark::DoNotOptimize(VerifyLog(log));
   }
-  CountTablesOf(state);
 }
 
 void LogText(benchmark::State& state) {
-  const std::vector<std::uint8_t> log = MakeLargeLog(ShapeOf(state.range(0)));
+  const Bytes log = MakeLog(state);
   for (auto _ : state) {
     benchmark::DoNotOptimize(RenderLogText(log));
   }
-  CountTablesOf(state);
 }
 
 void Statistics(benchmark::State& state) {
-  const std::vector<std::uint8_t> log = MakeLargeLog(ShapeOf(state.range(0)));
+  const Bytes log = MakeLog(state);
   for (auto _ : state) {
     state.PauseTiming();
-    {
-      ProfileViewer viewer;
-      viewer.AcceptLog(log);
-      state.ResumeTiming();
-      benchmark::DoNotOptimize(viewer.ReadDataFromLog());
-      state.PauseTiming();
-    }
+    auto viewer = std::make_unique<ProfileViewer>();
+    viewer->AcceptLog(log);
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(viewer->ReadDataFromLog());
+    state.PauseTiming();
+    viewer.reset();
     state.ResumeTiming();
   }
-  CountTablesOf(state);
 }
 
 void Report(benchmark::State& state) {
-  const std::vector<std::uint8_t> log = MakeLargeLog(ShapeOf(state.range(0)));
+  const Bytes log = MakeLog(state);
   for (auto _ : state) {
     state.PauseTiming();
-    {
-      ProfileViewer viewer;
-      viewer.AcceptLog(log);
-      viewer.ReadDataFromLog();
-      state.ResumeTiming();
-      benchmark::DoNotOptimize(viewer.ComposeReport());
-      state.PauseTiming();
-    }
+    auto viewer = std::make_unique<ProfileViewer>();
+    viewer->AcceptLog(log);
+    viewer->ReadDataFromLog();
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(viewer->ComposeReport());
+    state.PauseTiming();
+    viewer.reset();
     state.ResumeTiming();
   }
-  CountTablesOf(state);
+}
+
+void WholeRun(benchmark::State& state, Bytes (*make_log)(std::int64_t)) {
+  const Bytes log = make_log(state.range(0));
+  for (auto _ : state) {
+    ProfileViewer viewer;
+    if (!viewer.AcceptLog(log) || !viewer.ReadDataFromLog()) {
+      state.SkipWithError("no good log");
+      break;
+    }
+    benchmark::DoNotOptimize(viewer.ComposeReport());
+    benchmark::DoNotOptimize(RenderLogText(log));
+  }
 }
 
 // Executes per graph that give about 10,000, 100,000 and 999,000 tables.
-#define LUMO_SIZES Arg(10)->Arg(103)->Arg(1031)->Unit(benchmark::kMillisecond)
-BENCHMARK(Verifier)->LUMO_SIZES;
-BENCHMARK(LogText)->LUMO_SIZES;
-BENCHMARK(Statistics)->LUMO_SIZES;
-BENCHMARK(Report)->LUMO_SIZES;
+void Sizes(benchmark::internal::Benchmark* benchmark) {
+  benchmark->Arg(10)->Arg(103)->Arg(1031)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(Verifier)->Apply(Sizes);
+BENCHMARK(LogText)->Apply(Sizes);
+BENCHMARK(Statistics)->Apply(Sizes);
+BENCHMARK(Report)->Apply(Sizes);
+
+void QuarterAndAll(benchmark::internal::Benchmark* benchmark, std::int64_t all) {
+  benchmark->Arg(all / 4)->Arg(all)->Unit(benchmark::kMillisecond);
+}
+void ThreeHundredThousand(benchmark::internal::Benchmark* benchmark) {
+  QuarterAndAll(benchmark, 300000);
+}
+void NineHundredThousand(benchmark::internal::Benchmark* benchmark) {
+  QuarterAndAll(benchmark, 900000);
+}
+void TenMillion(benchmark::internal::Benchmark* benchmark) {
+  QuarterAndAll(benchmark, 10000000);
+}
+BENCHMARK_CAPTURE(WholeRun, operations, MakeManyOperations)
+    ->Apply(ThreeHundredThousand);
+BENCHMARK_CAPTURE(WholeRun, graphs, MakeManyGraphs)->Apply(ThreeHundredThousand);
+BENCHMARK_CAPTURE(WholeRun, events, MakeManyEvents)->Apply(NineHundredThousand);
+BENCHMARK_CAPTURE(WholeRun, name_bytes, MakeLongName)->Apply(TenMillion);
 
 }  // namespace
 }  // namespace lumo

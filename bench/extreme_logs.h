@@ -1,0 +1,26 @@
+// Logs that have far too much of one thing.
+
+#ifndef LUMO_BENCH_EXTREME_LOGS_H_
+#define LUMO_BENCH_EXTREME_LOGS_H_
+
+#include <cstdint>
+#include <vector>
+
+namespace lumo {
+
+// One graph with `count` different operations.
+std::vector<std::uint8_t> MakeManyOperations(std::int64_t count);
+
+// `count` graphs of one message each, the first half of them finalize messages.
+std::vector<std::uint8_t> MakeManyGraphs(std::int64_t count);
+
+// One message with `count` top-level events beside a finalize message.
+std::vector<std::uint8_t> MakeManyEvents(std::int64_t count);
+
+// One accelerator-cycle event over one event whose name has `length` bytes, all
+// of them behind "node_id_" decimal digits.
+std::vector<std::uint8_t> MakeLongName(std::int64_t length);
+
+}  // namespace lumo
+
+#endif  // LUMO_BENCH_EXTREME_LOGS_H_
