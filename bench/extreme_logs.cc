@@ -32,8 +32,8 @@ Offset<ProfilingMessage> MakeMessage(FlatBufferBuilder* builder,
 std::vector<std::uint8_t> Finish(
     FlatBufferBuilder* builder,
     const std::vector<Offset<ProfilingMessage>>& messages) {
-  builder->Finish(CreateProfilingLogDirect(*builder, "2.4.0", "2.14.0", "0.21.0",
-                                           "2026-03-04", &messages));
+  builder->Finish(CreateProfilingLogDirect(*builder, "2.4.0", "2.14.0",
+                                           "0.21.0", "2026-03-04", &messages));
   return {builder->GetBufferPointer(),
           builder->GetBufferPointer() + builder->GetSize()};
 }
@@ -49,7 +49,8 @@ std::vector<std::uint8_t> MakeManyGraphs(std::int64_t count) {
   std::vector<Offset<ProfilingMessage>> messages;
   for (std::int64_t graph = 0; graph < count; ++graph) {
     const char* const name = graph < count / 2 ? "N (finalize)" : "N (execute)";
-    messages.push_back(MakeMessage(&builder, graph, {MakeEvent(&builder, name)}));
+    messages.push_back(
+        MakeMessage(&builder, graph, {MakeEvent(&builder, name)}));
   }
   return Finish(&builder, messages);
 }

@@ -42,7 +42,8 @@ constexpr std::array<SubEventKind, 5> kSubEvents = {{
 
 // A value that stays within 1 percent of `middle` over the runs.
 std::uint64_t Vary(std::int64_t middle, std::int64_t run) {
-  return static_cast<std::uint64_t>(middle + middle * (run * 37 % 21 - 10) / 1000);
+  return static_cast<std::uint64_t>(middle +
+                                    middle * (run * 37 % 21 - 10) / 1000);
 }
 
 Offset<ProfilingEvent> MakeEvent(FlatBufferBuilder* builder,
@@ -50,15 +51,17 @@ Offset<ProfilingEvent> MakeEvent(FlatBufferBuilder* builder,
                                  std::uint64_t value, ProfileEventUnit unit,
                                  const Events& sub_events) {
   const auto name_offset = builder->CreateString(name);
-  const auto events = sub_events.empty() ? 0 : builder->CreateVector(sub_events);
+  const auto events =
+      sub_events.empty() ? 0 : builder->CreateVector(sub_events);
   return CreateProfilingEvent(*builder, name_offset, type, value, unit, events);
 }
 
-Offset<ProfilingEvent> MakeNode(FlatBufferBuilder* builder, const LogShape& shape,
-                                std::int64_t operation, std::int64_t run) {
+Offset<ProfilingEvent> MakeNode(FlatBufferBuilder* builder,
+                                const LogShape& shape, std::int64_t operation,
+                                std::int64_t run) {
   const auto layer = static_cast<std::size_t>(operation) % kLayers.size();
-  const std::string name = "node_id_" + std::to_string(3 * operation + 2) + ":" +
-                           std::string(kLayers[layer]);
+  const std::string name = "node_id_" + std::to_string(3 * operation + 2) +
+                           ":" + std::string(kLayers[layer]);
   const std::uint64_t value = Vary(20000 + 1700 * (operation % 50), run);
   Events sub_events;
   for (std::int64_t i = 0; i < shape.sub_events; ++i) {
@@ -89,15 +92,14 @@ Offset<ProfilingMessage> MakeExecute(FlatBufferBuilder* builder,
   const Events events = {
       MakeEvent(builder, name, ProfileEventType::ORX_PROFILE_EVENTTYPE_EXECUTE,
                 Vary(45000, run), kMicrosec, {}),
-      MakeEvent(
-          builder, "Accelerator time",
-          ProfileEventType::
-              ORX_PROFILE_EVENTTYPE_GRAPH_EXECUTE_ACCEL_TIME_MICROSEC,
-          Vary(43000, run), kMicrosec, {}),
-      MakeEvent(
-          builder, "Accelerator time (execute)",
-          ProfileEventType::ORX_PROFILE_EVENTTYPE_GRAPH_EXECUTE_ACCEL_TIME_CYCLE,
-          Vary(50000 * shape.operations, run), kCycles, nodes),
+      MakeEvent(builder, "Accelerator time",
+                ProfileEventType::
+                    ORX_PROFILE_EVENTTYPE_GRAPH_EXECUTE_ACCEL_TIME_MICROSEC,
+                Vary(43000, run), kMicrosec, {}),
+      MakeEvent(builder, "Accelerator time (execute)",
+                ProfileEventType::
+                    ORX_PROFILE_EVENTTYPE_GRAPH_EXECUTE_ACCEL_TIME_CYCLE,
+                Vary(50000 * shape.operations, run), kCycles, nodes),
   };
   return MakeMessage(builder, graph, events);
 }
@@ -115,11 +117,11 @@ std::vector<std::uint8_t> MakeLargeLog(const LogShape& shape) {
   std::vector<Offset<ProfilingMessage>> messages;
   for (std::int64_t graph = 0; graph < shape.graphs; ++graph) {
     const std::string name = "Network_" + std::to_string(graph) + " (finalize)";
-    messages.push_back(MakeMessage(
-        &builder, graph,
-        {MakeEvent(&builder, name,
-                   ProfileEventType::ORX_PROFILE_EVENTTYPE_FINALIZE, 230000,
-                   kMicrosec, {})}));
+    messages.push_back(
+        MakeMessage(&builder, graph,
+                    {MakeEvent(&builder, name,
+                               ProfileEventType::ORX_PROFILE_EVENTTYPE_FINALIZE,
+                               230000, kMicrosec, {})}));
   }
   for (std::int64_t run = 0; run < shape.executes; ++run) {
     for (std::int64_t graph = 0; graph < shape.graphs; ++graph) {

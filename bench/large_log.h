@@ -22,8 +22,8 @@ struct LogShape {
 std::int64_t CountTables(const LogShape& shape);
 
 // Returns a log of this shape with names as a delegate writes them, none stored
-// twice, and values that vary a little from run to run. The same shape gives the
-// same bytes.
+// twice, and values that vary a little from run to run. The same shape gives
+// the same bytes.
 std::vector<std::uint8_t> MakeLargeLog(const LogShape& shape);
 
 }  // namespace lumo

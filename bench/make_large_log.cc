@@ -8,8 +8,9 @@
 
 int main(int argc, char** argv) {
   if (argc != 6) {
-    std::fputs("usage: make_large_log GRAPHS EXECUTES OPERATIONS SUB_EVENTS FILE\n",
-               stderr);
+    std::fputs(
+        "usage: make_large_log GRAPHS EXECUTES OPERATIONS SUB_EVENTS FILE\n",
+        stderr);
     return EXIT_FAILURE;
   }
   const lumo::LogShape shape = {std::atoll(argv[1]), std::atoll(argv[2]),

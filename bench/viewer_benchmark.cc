@@ -1,7 +1,7 @@
-// Times the library's work and ours on the same logs: what every run must pay for
-// verification and the text of the log, against grouping with statistics and
-// against composing the report. And whole runs on logs of extreme shapes, each at
-// two sizes, a quarter and all.
+// Times the library's work and ours on the same logs: what every run must pay
+// for verification and the text of the log, against grouping with statistics
+// and against composing the report. And whole runs on logs of extreme shapes,
+// each at two sizes, a quarter and all.
 
 #include <memory>
 
@@ -18,7 +18,8 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// The log of a benchmark's argument, executes per graph, and its size in tables.
+// The log of a benchmark's argument, executes per graph, and its size in
+// tables.
 Bytes MakeLog(benchmark::State& state) {
   const LogShape shape = {2, state.range(0), 80, 5};
   state.counters["tables"] = static_cast<double>(CountTables(shape));
@@ -90,7 +91,8 @@ BENCHMARK(LogText)->Apply(Sizes);
 BENCHMARK(Statistics)->Apply(Sizes);
 BENCHMARK(Report)->Apply(Sizes);
 
-void QuarterAndAll(benchmark::internal::Benchmark* benchmark, std::int64_t all) {
+void QuarterAndAll(benchmark::internal::Benchmark* benchmark,
+                   std::int64_t all) {
   benchmark->Arg(all / 4)->Arg(all)->Unit(benchmark::kMillisecond);
 }
 void ThreeHundredThousand(benchmark::internal::Benchmark* benchmark) {
@@ -104,7 +106,8 @@ void TenMillion(benchmark::internal::Benchmark* benchmark) {
 }
 BENCHMARK_CAPTURE(WholeRun, operations, MakeManyOperations)
     ->Apply(ThreeHundredThousand);
-BENCHMARK_CAPTURE(WholeRun, graphs, MakeManyGraphs)->Apply(ThreeHundredThousand);
+BENCHMARK_CAPTURE(WholeRun, graphs, MakeManyGraphs)
+    ->Apply(ThreeHundredThousand);
 BENCHMARK_CAPTURE(WholeRun, events, MakeManyEvents)->Apply(NineHundredThousand);
 BENCHMARK_CAPTURE(WholeRun, name_bytes, MakeLongName)->Apply(TenMillion);
 

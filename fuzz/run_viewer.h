@@ -9,10 +9,10 @@
 
 namespace lumo {
 
-// Runs every step behind the command line and returns what they wrote to standard
-// output: the report or the line that says why there is none, a warning before
-// either. `log` should own no more memory than its bytes, so that a checker sees
-// any access behind them.
+// Runs every step behind the command line and returns what they wrote to
+// standard output: the report or the line that says why there is none, a
+// warning before either. `log` should own no more memory than its bytes, so
+// that a checker sees any access behind them.
 std::string RunViewer(std::vector<std::uint8_t> log, std::int32_t topK,
                       std::int32_t num_warmup);
 

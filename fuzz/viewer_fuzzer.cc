@@ -21,7 +21,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
     return 0;
   }
   const int topK = size < 2 ? 5 : static_cast<std::int8_t>(data[size - 2]);
-  const int num_warmup = size < 2 ? 1 : static_cast<std::int8_t>(data[size - 1]);
-  lumo::RunViewer(std::vector<std::uint8_t>(data, data + size), topK, num_warmup);
+  const int num_warmup =
+      size < 2 ? 1 : static_cast<std::int8_t>(data[size - 1]);
+  lumo::RunViewer(std::vector<std::uint8_t>(data, data + size), topK,
+                  num_warmup);
   return 0;
 }

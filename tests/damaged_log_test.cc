@@ -73,13 +73,15 @@ TEST(Damage, AStringWithoutItsEndAndAVectorPastTheEndAreRejected) {
     return Events{CreateProfilingEventDirect(*builder, "unterminated")};
   });
   ASSERT_NE(VerifyLog(log), nullptr);
-  // The name is the last thing in the buffer, its terminator and padding end it.
+  // The name is the last thing in the buffer, its terminator and padding end
+  // it.
   Bytes unterminated = log;
   const std::size_t name = std::string(log.begin(), log.end()).find("untermi");
   unterminated[name + std::strlen("unterminated")] = 'x';
   EXPECT_EQ(VerifyLog(unterminated), nullptr);
 
-  const auto* events = GetProfilingLog(log.data())->messages()->Get(0)->events();
+  const auto* events =
+      GetProfilingLog(log.data())->messages()->Get(0)->events();
   const auto count = static_cast<std::size_t>(
       reinterpret_cast<const std::uint8_t*>(events) - log.data());
   Bytes too_long = log;

@@ -78,9 +78,10 @@ TEST(RunStatistics, OneSeriesMarksTheWholeListAsSingleRuns) {
 std::string Select(const std::vector<float>& percents, std::int32_t topK) {
   const std::string names = "abcdefghijklmnopqrstuvwxyz";
   std::vector<TopOpEntry> entries;
+  entries.reserve(percents.size());
   for (const float percent : percents) {
-    entries.push_back({std::string_view(names).substr(entries.size(), 1), "",
-                       percent, 0});
+    entries.push_back(
+        {std::string_view(names).substr(entries.size(), 1), "", percent, 0});
   }
   std::string selected;
   for (const TopOpEntry& entry : SelectTopOps(entries, topK)) {

@@ -37,8 +37,8 @@ bool ParseInteger(const char* text, std::int32_t* number) {
 }
 
 bool ReportNoInteger(const std::string& name, const std::string& text) {
-  return ReportError("Option " + name + " takes a 32-bit integer, not [" + text +
-                     "].");
+  return ReportError("Option " + name + " takes a 32-bit integer, not [" +
+                     text + "].");
 }
 
 }  // namespace
@@ -67,8 +67,8 @@ bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
         if (!ParseInteger(optarg, &num_warmup)) {
           return ReportNoInteger("--num_warmup", optarg);
         }
-        std::cout << "[Profile Viewer] Number of warmups: [" << num_warmup << "]"
-                  << std::endl;
+        std::cout << "[Profile Viewer] Number of warmups: [" << num_warmup
+                  << "]" << std::endl;
         break;
       default:
         PrintUsage();
@@ -91,7 +91,8 @@ void PrintUsage() {
          "human readable profiling result. If it is not specified, the "
          "profiling output will show in standard output.\n"
          "--topK <topK> \t\t\t\t\t\t\t\t Only used in detailed profiling mode. "
-         "Number of events to be printed under Top by Computation Time section. "
+         "Number of events to be printed under Top by Computation Time "
+         "section. "
          "Default is 5.\n"
          "--num_warmup <num_warmup> \t\t\t\t\t\t Number of "
          "initialization/execution to be counted as warmups. Default is 1."

@@ -11,8 +11,8 @@ namespace lumo {
 // Returns false, for a step to return in turn.
 bool ReportError(std::string_view text);
 
-// Writes to standard error where inside the viewer a run failed. The numbers are
-// fixed texts that name the place, not lines of the source. Returns false.
+// Writes to standard error where inside the viewer a run failed. The numbers
+// are fixed texts that name the place, not lines of the source. Returns false.
 bool ReportLocation(const char* step, int line);
 
 }  // namespace lumo

@@ -29,7 +29,8 @@ bool ProfileViewer::AcceptLog(std::vector<std::uint8_t> bytes) {
   root = VerifyLog(log_storage);
   if (root == nullptr) {
     return ReportError(
-        "Verify Profiling Log Buffer failed. The buffer might be ill-formatted");
+        "Verify Profiling Log Buffer failed. The buffer might be "
+        "ill-formatted");
   }
   return true;
 }
@@ -80,9 +81,9 @@ void ProfileViewer::CheckWarmupCount() {
       static_cast<std::int32_t>(static_cast<std::uint32_t>(graph_count) *
                                 static_cast<std::uint32_t>(num_warmup));
   if (warmups > inference_count) {
+    const std::int32_t executes = inference_count / graph_count;
     std::cout << "[Profile Viewer] Warning! Number of Warmup: " << num_warmup
-              << " > Number of Execution "
-              << static_cast<float>(inference_count / graph_count)
+              << " > Number of Execution " << static_cast<float>(executes)
               << ", reset Number of Warmup to 1." << std::endl;
     num_warmup = 1;
   }
@@ -111,8 +112,8 @@ std::string ProfileViewer::ComposeReport() {
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
                     inference_count);
   report_stream << "----------Finalize Info----------\n";
-  if (!WriteEventData(report_stream, root, finalize_statistics, 0, prepare_count,
-                      num_warmup)) {
+  if (!WriteEventData(report_stream, root, finalize_statistics, 0,
+                      prepare_count, num_warmup)) {
     ReportError(kNoEventData);
   }
   report_stream << "------------Execute Info------------\n";
@@ -129,7 +130,8 @@ std::string ProfileViewer::ComposeReport() {
 
 bool ProfileViewer::WriteTextFile(const std::string& path,
                                   const std::string& text) const {
-  // The log must survive: a path that leads to it, by whatever name, is refused.
+  // The log must survive: a path that leads to it, by whatever name, is
+  // refused.
   std::error_code not_both_there;
   std::ofstream file;
   if (!std::filesystem::equivalent(path, input_profile_data, not_both_there)) {

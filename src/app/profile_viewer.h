@@ -30,16 +30,16 @@ class ProfileViewer {
   // and the process ends with status 0.
   bool ParseCommandLine(int argc, char** argv);
 
-  // Reads and verifies the log at `path`. Returns false where it cannot be opened
-  // or is no well-formed log.
+  // Reads and verifies the log at `path`. Returns false where it cannot be
+  // opened or is no well-formed log.
   bool LoadProfilingLog(const std::string& path);
 
   // The second half of LoadProfilingLog(): takes bytes instead of a file.
   bool AcceptLog(std::vector<std::uint8_t> bytes);
 
   // Computes everything that the report shows. May lower `num_warmup` to 1.
-  // Returns false where the log lacks a kind of message, a message belongs to no
-  // graph or a series is shorter than the warm-up.
+  // Returns false where the log lacks a kind of message, a message belongs to
+  // no graph or a series is shorter than the warm-up.
   bool ReadDataFromLog();
 
   // Writes the report to `output`, or to standard output where that is empty.
@@ -68,13 +68,13 @@ class ProfileViewer {
   std::vector<std::uint8_t> log_storage;
   const ProfilingLog* root = nullptr;
 
-  // The report while it is composed. Its notation for floats is never reset: what
-  // one section sets holds for those behind it.
+  // The report while it is composed. Its notation for floats is never reset:
+  // what one section sets holds for those behind it.
   std::stringstream report_stream;
 
-  // The numbers of different graphs, finalize messages and execute messages. The
-  // finalize messages are those at positions 0 to prepare_count - 1, the execute
-  // messages the inference_count behind them, whatever they hold.
+  // The numbers of different graphs, finalize messages and execute messages.
+  // The finalize messages are those at positions 0 to prepare_count - 1, the
+  // execute messages the inference_count behind them, whatever they hold.
   std::int32_t graph_count = 0;
   std::int32_t prepare_count = 0;
   std::int32_t inference_count = 0;

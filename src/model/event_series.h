@@ -11,8 +11,8 @@
 
 namespace lumo {
 
-// Identifies one event across the runs of a graph. Keys are ordered by position,
-// then by the bytes of the name.
+// Identifies one event across the runs of a graph. Keys are ordered by
+// position, then by the bytes of the name.
 struct EventKey {
   // The event's index in its message; for operations, their ordinal among the
   // node events under one top-level event. From 0.

@@ -13,11 +13,13 @@ namespace lumo {
 namespace {
 
 using flatbuffers::GetStringView;
+using flatbuffers::uoffset_t;
 using flatbuffers::VectorLength;
 
 bool HasEventName(const ProfilingMessage& message, std::string_view text) {
-  for (flatbuffers::uoffset_t j = 0; j < VectorLength(message.events()); ++j) {
-    const ProfilingEvent& event = *message.events()->Get(j);
+  const auto* const events = message.events();
+  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+    const ProfilingEvent& event = *events->Get(j);
     if (GetStringView(event.name()).find(text) != std::string_view::npos) {
       return true;
     }
@@ -31,7 +33,7 @@ std::int32_t GraphOf(const ProfilingMessage& message) {
 }
 
 const ProfilingMessage& MessageAt(const ProfilingLog& log, std::int32_t i) {
-  return *log.messages()->Get(static_cast<flatbuffers::uoffset_t>(i));
+  return *log.messages()->Get(static_cast<uoffset_t>(i));
 }
 
 EventSeriesMap& SeriesOf(const ProfilingMessage& message,
@@ -41,9 +43,10 @@ EventSeriesMap& SeriesOf(const ProfilingMessage& message,
   return (*series)[graph];
 }
 
-// Adds the event's value to the series of (position, name) and returns the place
-// behind that series. Runs repeat the same events in the same order, so given as
-// `expected` that place is most often the next event's own, found at once.
+// Adds the event's value to the series of (position, name) and returns the
+// place behind that series. Runs repeat the same events in the same order, so
+// given as `expected` that place is most often the next event's own, found at
+// once.
 EventSeriesMap::iterator AppendValue(const ProfilingEvent& event,
                                      std::int32_t position,
                                      EventSeriesMap::iterator expected,
@@ -57,10 +60,11 @@ EventSeriesMap::iterator AppendValue(const ProfilingEvent& event,
 
 // Adds the node events directly under `parent`.
 void AppendNodeValues(const ProfilingEvent& parent, EventSeriesMap* series) {
+  const auto* const events = parent.sub_events();
   std::int32_t ordinal = 0;
   auto expected = series->begin();
-  for (flatbuffers::uoffset_t j = 0; j < VectorLength(parent.sub_events()); ++j) {
-    const ProfilingEvent& event = *parent.sub_events()->Get(j);
+  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+    const ProfilingEvent& event = *events->Get(j);
     if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
       expected = AppendValue(event, ordinal, expected, series);
       ++ordinal;
@@ -72,7 +76,7 @@ void AppendNodeValues(const ProfilingEvent& parent, EventSeriesMap* series) {
 
 std::int32_t CountGraphs(const MessageVector* messages) {
   std::unordered_set<std::uint64_t> graph_indices;
-  for (flatbuffers::uoffset_t i = 0; i < VectorLength(messages); ++i) {
+  for (uoffset_t i = 0; i < VectorLength(messages); ++i) {
     graph_indices.insert(messages->Get(i)->graph_index());
   }
   return static_cast<std::int32_t>(graph_indices.size());
@@ -81,7 +85,7 @@ std::int32_t CountGraphs(const MessageVector* messages) {
 std::int32_t CountMessagesWithEventName(const MessageVector* messages,
                                         std::string_view text) {
   std::int32_t count = 0;
-  for (flatbuffers::uoffset_t i = 0; i < VectorLength(messages); ++i) {
+  for (uoffset_t i = 0; i < VectorLength(messages); ++i) {
     if (HasEventName(*messages->Get(i), text)) {
       ++count;
     }
@@ -115,10 +119,11 @@ std::vector<EventSeriesMap> CollectEventSeries(const ProfilingLog& log,
   std::vector<EventSeriesMap> series(static_cast<std::size_t>(graph_count));
   for (std::int32_t i = first; i < ClipToMessages(log.messages(), last); ++i) {
     const ProfilingMessage& message = MessageAt(log, i);
+    const auto* const events = message.events();
     EventSeriesMap& graph_series = SeriesOf(message, &series);
     auto expected = graph_series.begin();
-    for (flatbuffers::uoffset_t j = 0; j < VectorLength(message.events()); ++j) {
-      const ProfilingEvent& event = *message.events()->Get(j);
+    for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+      const ProfilingEvent& event = *events->Get(j);
       if (event.unit() == ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC) {
         expected = AppendValue(event, static_cast<std::int32_t>(j), expected,
                                &graph_series);
@@ -135,9 +140,10 @@ std::vector<EventSeriesMap> CollectNodeSeries(const ProfilingLog& log,
   std::vector<EventSeriesMap> series(static_cast<std::size_t>(graph_count));
   for (std::int32_t i = first; i < ClipToMessages(log.messages(), last); ++i) {
     const ProfilingMessage& message = MessageAt(log, i);
+    const auto* const events = message.events();
     EventSeriesMap& graph_series = SeriesOf(message, &series);
-    for (flatbuffers::uoffset_t j = 0; j < VectorLength(message.events()); ++j) {
-      AppendNodeValues(*message.events()->Get(j), &graph_series);
+    for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+      AppendNodeValues(*events->Get(j), &graph_series);
     }
   }
   return series;

@@ -16,7 +16,8 @@
 
 namespace lumo {
 
-using MessageVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingMessage>>;
+using MessageVector =
+    flatbuffers::Vector<flatbuffers::Offset<ProfilingMessage>>;
 
 // Returns the number of distinct graph indices, compared in all their 64 bits.
 // `messages` may be null.
@@ -32,8 +33,8 @@ std::int32_t CountMessagesWithEventName(const MessageVector* messages,
 std::int32_t ClipToMessages(const MessageVector* messages, std::int32_t end);
 
 // Returns whether every message at positions 0 to `end` - 1 belongs to one of
-// the graphs 0 to `graph_count` - 1. If not, `error` says which is the first that
-// does not. The collectors below rely on it.
+// the graphs 0 to `graph_count` - 1. If not, `error` says which is the first
+// that does not. The collectors below rely on it.
 bool CheckGraphIndices(const ProfilingLog& log, std::int32_t end,
                        std::int32_t graph_count, std::string* error);
 

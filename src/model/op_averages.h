@@ -14,8 +14,8 @@
 namespace lumo {
 
 struct OpAverage {
-  // The average as a share of the sum of all operations' averages, 0 to 100; not
-  // a number where that sum is 0.
+  // The average as a share of the sum of all operations' averages, 0 to 100;
+  // not a number where that sum is 0.
   float percent;
   // Mean over all runs, warm-up runs included.
   float average;

@@ -20,8 +20,8 @@ struct RunStatistics {
   float warmup_mean;
   // Mean of the runs after the warm-up; 0 where there are none.
   float mean;
-  // Sample standard deviation (divisor: runs - 1) of the runs after the warm-up;
-  // 0 for one run, negative zero for none.
+  // Sample standard deviation (divisor: runs - 1) of the runs after the
+  // warm-up; 0 for one run, negative zero for none.
   float stdev;
 };
 
@@ -35,8 +35,8 @@ using StatisticsMap = std::map<EventKey, EventStatistics>;
 
 // Appends one StatisticsMap per element of `series` to `statistics`, in their
 // order, with the first `num_warmup` values of every series taken as warm-up.
-// Where the very first series of the first graph holds one value, the whole list
-// counts as single runs.
+// Where the very first series of the first graph holds one value, the whole
+// list counts as single runs.
 //
 // Returns false, with the reason in `error`, where `num_warmup` is negative or
 // exceeds the length of a series of a list that is not one of single runs.

@@ -18,10 +18,11 @@ struct TopOpEntry {
   float average;
 };
 
-// Returns the `topK` entries of largest percent, largest first; all of them where
-// there are fewer or `topK` is negative. Among equal percents the order of
-// `entries` decides by the rules of the binary heap in the source file, which
-// are part of the report: they say which of several equal operations stay.
+// Returns the `topK` entries of largest percent, largest first; all of them
+// where there are fewer or `topK` is negative. Among equal percents the order
+// of `entries` decides by the rules of the binary heap in the source file,
+// which are part of the report: they say which of several equal operations
+// stay.
 std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
                                      std::int32_t topK);
 

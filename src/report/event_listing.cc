@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::int32_t kMessageDepth = 3;
 
-// The deepest line of a verified log stands at depth 64: 3 for a top-level event
-// and 61 levels below it.
+// The deepest line of a verified log stands at depth 64: 3 for a top-level
+// event and 61 levels below it.
 constexpr std::string_view kBlanks =
     "                                                                "
     "                                                                "

@@ -9,8 +9,8 @@
 
 namespace lumo {
 
-// Returns every field of the log in `log_storage`, which must have been verified,
-// with the schema's names of fields and enumeration values.
+// Returns every field of the log in `log_storage`, which must have been
+// verified, with the schema's names of fields and enumeration values.
 std::string RenderLogText(const std::vector<std::uint8_t>& log_storage);
 
 }  // namespace lumo

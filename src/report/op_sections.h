@@ -12,9 +12,9 @@
 
 namespace lumo {
 
-// Writes every operation of every graph in key order, then the rows of `top_ops`
-// as they are, under a heading with `topK`. Element g of both belongs to graph g.
-// Always returns true.
+// Writes every operation of every graph in key order, then the rows of
+// `top_ops` as they are, under a heading with `topK`. Element g of both belongs
+// to graph g. Always returns true.
 bool WriteOpSections(std::ostream& stream,
                      const std::vector<OpAverageMap>& op_averages,
                      const std::vector<std::vector<TopOpEntry>>& top_ops,

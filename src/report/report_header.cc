@@ -5,13 +5,17 @@
 namespace lumo {
 namespace {
 
+// The numbers of runs are written as floats: from a million on they have six
+// significant digits.
 void WriteGraphStats(std::ostream& stream, const ProfilingMessage& message,
-                     float finalizes, float executes) {
+                     std::int32_t finalizes, std::int32_t executes) {
   stream << "        Graph index: " << message.graph_index() << '\n'
          << "            Backend type: "
          << EnumNameBackendId(message.delegate_type()) << '\n'
-         << "            Number of Finalize: " << finalizes << '\n'
-         << "            Number of Execute: " << executes << '\n'
+         << "            Number of Finalize: " << static_cast<float>(finalizes)
+         << '\n'
+         << "            Number of Execute: " << static_cast<float>(executes)
+         << '\n'
          << '\n';
 }
 
@@ -26,7 +30,8 @@ bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
   using flatbuffers::GetCstring;
   stream << "[PROFILER API VERSION] : "
          << GetCstring(root->profiler_api_version()) << '\n'
-         << "[ORX API VERSION] : " << GetCstring(root->orx_api_version()) << '\n'
+         << "[ORX API VERSION] : " << GetCstring(root->orx_api_version())
+         << '\n'
          << "[ORX DELEGATE API VERSION] : "
          << GetCstring(root->orx_delegate_api_version()) << '\n'
          << "[LOG DATE] : " << GetCstring(root->log_date()) << "\n\n"
@@ -36,8 +41,7 @@ bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
   for (std::int32_t i = 0; i < graph_count; ++i) {
     const auto position = static_cast<flatbuffers::uoffset_t>(i);
     WriteGraphStats(stream, *root->messages()->Get(position),
-                    static_cast<float>(prepare_count / graph_count),
-                    static_cast<float>(inference_count / graph_count));
+                    prepare_count / graph_count, inference_count / graph_count);
   }
   return true;
 }

@@ -5,8 +5,8 @@
 namespace lumo {
 namespace {
 
-// The statistics of a list are computed or marked as not computed all at once, so
-// its first entry speaks for all. Negative zero is a figure like any other.
+// The statistics of a list are computed or marked as not computed all at once,
+// so its first entry speaks for all. Negative zero is a figure like any other.
 bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
   const auto graph =
       std::find_if(statistics.begin(), statistics.end(),
@@ -22,8 +22,8 @@ bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
 void WriteFigures(std::ostream& stream, const StatisticsMap& graph,
                   float RunStatistics::*figure) {
   for (const auto& [key, event] : graph) {
-    stream << "                " << key.name << ": " << event.runs.*figure << ' '
-           << event.unit << '\n';
+    stream << "                " << key.name << ": " << event.runs.*figure
+           << ' ' << event.unit << '\n';
   }
 }
 
