@@ -1,3 +1,5 @@
+// Builds the logs of extreme shapes, event by event.
+
 #include "extreme_logs.h"
 
 #include <string>

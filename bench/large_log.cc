@@ -1,3 +1,5 @@
+// Builds the large logs: what a delegate would write for a network, many times.
+
 #include "large_log.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// Runs the viewer with standard output turned into a string.
+
 #include "run_viewer.h"
 
 #include <iostream>

@@ -1,3 +1,5 @@
+// The two lines of a failure that are the same wherever it happens.
+
 #include "app/console.h"
 
 #include <cstdio>

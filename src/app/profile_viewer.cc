@@ -1,3 +1,5 @@
+// The steps of a run behind the command line, and what they decide themselves.
+
 #include "app/profile_viewer.h"
 
 #include <filesystem>

@@ -1,3 +1,5 @@
+// Where a file may be no log at all: pipes, folders, sizes without end.
+
 #include "log/log_file.h"
 
 #include <filesystem>

@@ -1,3 +1,5 @@
+// The one mapping of units to words.
+
 #include "model/event_unit.h"
 
 namespace lumo {

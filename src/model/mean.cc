@@ -1,3 +1,5 @@
+// The sum that every average of the report is made of.
+
 #include "model/mean.h"
 
 #include <cfloat>

@@ -1,3 +1,5 @@
+// Walks the messages: three times to count, once for each kind of series.
+
 #include "model/message_grouping.h"
 
 #include <algorithm>

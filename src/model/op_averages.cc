@@ -1,3 +1,5 @@
+// Averages first, since every share needs their sum; then shares and top list.
+
 #include "model/op_averages.h"
 
 #include "model/mean.h"

@@ -1,3 +1,5 @@
+// From a series to its three figures, and when not to compute them.
+
 #include "model/run_statistics.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// The heap that selects the top operations and decides their ties.
+
 #include "model/top_ops.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The forms of an event's line and the recursion through its tree.
+
 #include "report/event_listing.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The library's rendering of a log, with the schema's type tables.
+
 #include "report/log_text.h"
 
 #include <flatbuffers/minireflect.h>

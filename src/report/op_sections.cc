@@ -1,3 +1,5 @@
+// The rows of the two sections, which differ in order and notation.
+
 #include "report/op_sections.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// The percentage's digits, and the stream's notation behind it.
+
 #include "report/percent_field.h"
 
 #include <array>

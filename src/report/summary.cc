@@ -1,3 +1,5 @@
+// Three passes over a graph: warm-up means, means, deviations.
+
 #include "report/summary.h"
 
 #include <algorithm>

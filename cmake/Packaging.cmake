@@ -1,0 +1,62 @@
+# What `cmake --install` puts where, and the Debian package that `cpack` makes of it.
+
+include(GNUInstallDirs)
+# The Debian name of the folder, which is also the name of the project.
+set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/${PROJECT_NAME}")
+set(packaging_dir "${PROJECT_SOURCE_DIR}/packaging")
+
+# lumo_compress(): installs `file` into `destination` as NAME.gz, without a time
+# stamp, so that the same sources give the same bytes.
+find_program(LUMO_GZIP gzip REQUIRED)
+function(lumo_compress file name destination)
+  set(compressed "${PROJECT_BINARY_DIR}/compressed/${name}.gz")
+  add_custom_command(
+    OUTPUT "${compressed}"
+    COMMAND ${CMAKE_COMMAND} -E make_directory "${PROJECT_BINARY_DIR}/compressed"
+    COMMAND ${CMAKE_COMMAND} -E copy "${file}" "${PROJECT_BINARY_DIR}/compressed/${name}"
+    COMMAND ${LUMO_GZIP} -9nf "${PROJECT_BINARY_DIR}/compressed/${name}"
+    DEPENDS "${file}"
+    COMMENT "Compressing ${name}"
+    VERBATIM)
+  add_custom_target(compressed_${name} ALL DEPENDS "${compressed}")
+  install(FILES "${compressed}" DESTINATION "${destination}")
+endfunction()
+
+install(TARGETS lumo-profile-viewer)
+install(FILES README.md DESTINATION "${doc_dir}")
+install(FILES docs/log-format.md DESTINATION "${doc_dir}/docs")
+install(FILES packaging/copyright DESTINATION "${doc_dir}")
+# The samples become logs with the schema.
+install(FILES samples/basic.json samples/detailed.json schema/profiling_log.fbs
+        DESTINATION "${doc_dir}/examples")
+lumo_compress("${PROJECT_SOURCE_DIR}/man/lumo-profile-viewer.1"
+              lumo-profile-viewer.1 "${CMAKE_INSTALL_MANDIR}/man1")
+install(FILES completions/lumo-profile-viewer.bash
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
+        RENAME lumo-profile-viewer)
+# zsh looks for what a package brings and for what was built here in two places.
+install(CODE "
+  if(CMAKE_INSTALL_PREFIX MATCHES \"/usr$\")
+    set(zsh_dir vendor-completions)
+  else()
+    set(zsh_dir site-functions)
+  endif()
+  file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_lumo-profile-viewer\"
+    DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${zsh_dir}\")")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT "The lumo-profile-viewer maintainers <maintainers@lumo-profile-viewer.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "readable reports of profiling logs")
+set(CPACK_PACKAGE_DESCRIPTION
+"Reads the binary profiling log of an inference runtime's ORX delegate,
+verifies it, groups repeated runs and writes a text report: every event of
+every run, warm-up mean, mean and standard deviation, and, for detailed logs,
+the average time and share of each operation.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+    WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+include(CPack)
