@@ -1,25 +1,23 @@
-# What `cmake --install` puts where, and the Debian package that `cpack` makes of it.
+# What `cmake --install` puts where, and the Debian package that `cpack` makes.
 
 include(GNUInstallDirs)
-# The Debian name of the folder, which is also the name of the project.
-set(doc_dir "${CMAKE_INSTALL_DATAROOTDIR}/doc/${PROJECT_NAME}")
-set(packaging_dir "${PROJECT_SOURCE_DIR}/packaging")
+set(doc_dir "${CMAKE_INSTALL_DOCDIR}")
 
 # lumo_compress(): installs `file` into `destination` as NAME.gz, without a time
 # stamp, so that the same sources give the same bytes.
 find_program(LUMO_GZIP gzip REQUIRED)
 function(lumo_compress file name destination)
-  set(compressed "${PROJECT_BINARY_DIR}/compressed/${name}.gz")
+  set(copy "${PROJECT_BINARY_DIR}/compressed/${name}")
   add_custom_command(
-    OUTPUT "${compressed}"
+    OUTPUT "${copy}.gz"
     COMMAND ${CMAKE_COMMAND} -E make_directory "${PROJECT_BINARY_DIR}/compressed"
-    COMMAND ${CMAKE_COMMAND} -E copy "${file}" "${PROJECT_BINARY_DIR}/compressed/${name}"
-    COMMAND ${LUMO_GZIP} -9nf "${PROJECT_BINARY_DIR}/compressed/${name}"
+    COMMAND ${CMAKE_COMMAND} -E copy "${file}" "${copy}"
+    COMMAND ${LUMO_GZIP} -9nf "${copy}"
     DEPENDS "${file}"
     COMMENT "Compressing ${name}"
     VERBATIM)
-  add_custom_target(compressed_${name} ALL DEPENDS "${compressed}")
-  install(FILES "${compressed}" DESTINATION "${destination}")
+  add_custom_target(compressed_${name} ALL DEPENDS "${copy}.gz")
+  install(FILES "${copy}.gz" DESTINATION "${destination}")
 endfunction()
 
 install(TARGETS lumo-profile-viewer)
@@ -31,6 +29,8 @@ install(FILES samples/basic.json samples/detailed.json schema/profiling_log.fbs
         DESTINATION "${doc_dir}/examples")
 lumo_compress("${PROJECT_SOURCE_DIR}/man/lumo-profile-viewer.1"
               lumo-profile-viewer.1 "${CMAKE_INSTALL_MANDIR}/man1")
+configure_file(packaging/changelog.in changelog @ONLY)
+lumo_compress("${PROJECT_BINARY_DIR}/changelog" changelog "${doc_dir}")
 install(FILES completions/lumo-profile-viewer.bash
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
         RENAME lumo-profile-viewer)
@@ -41,11 +41,13 @@ install(CODE "
   else()
     set(zsh_dir site-functions)
   endif()
+  set(zsh_dir \"${CMAKE_INSTALL_DATADIR}/zsh/\${zsh_dir}\")
   file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_lumo-profile-viewer\"
-    DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${zsh_dir}\")")
+    DESTINATION \"\${CMAKE_INSTALL_PREFIX}/\${zsh_dir}\")")
 
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_CONTACT "The lumo-profile-viewer maintainers <maintainers@lumo-profile-viewer.invalid>")
+set(CPACK_PACKAGE_CONTACT "The lumo-profile-viewer maintainers \
+<maintainers@lumo-profile-viewer.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "readable reports of profiling logs")
 set(CPACK_PACKAGE_DESCRIPTION
 "Reads the binary profiling log of an inference runtime's ORX delegate,
