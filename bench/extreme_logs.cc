@@ -2,6 +2,7 @@
 
 #include "extreme_logs.h"
 
+#include <cstddef>
 #include <string>
 
 #include <flatbuffers/flatbuffers.h>

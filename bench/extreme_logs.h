@@ -14,11 +14,11 @@ std::vector<std::uint8_t> MakeManyOperations(std::int64_t count);
 // `count` graphs of one message each, the first half of them finalize messages.
 std::vector<std::uint8_t> MakeManyGraphs(std::int64_t count);
 
-// One message with `count` top-level events beside a finalize message.
+// A finalize message, then a message with `count` top-level events.
 std::vector<std::uint8_t> MakeManyEvents(std::int64_t count);
 
-// One accelerator-cycle event over one event whose name has `length` bytes, all
-// of them behind "node_id_" decimal digits.
+// An accelerator-cycle event with one node event, whose name is "node_id_" and
+// then `length` decimal digits.
 std::vector<std::uint8_t> MakeLongName(std::int64_t length);
 
 }  // namespace lumo

@@ -3,6 +3,7 @@
 #include "large_log.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 

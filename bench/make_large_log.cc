@@ -1,8 +1,11 @@
 // make_large_log: writes a large log to a file, for timing the whole viewer.
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <ios>
+#include <vector>
 
 #include "large_log.h"
 

@@ -1,16 +1,14 @@
 # Warnings and sanitizers for our own code: targets that only it links, so that
 # neither generated code nor a library's headers are judged.
 
-option(LUMO_WARNINGS_AS_ERRORS "Turn on our warnings and fail on each" OFF)
+option(LUMO_WARNINGS_AS_ERRORS "Fail on each warning" OFF)
 option(LUMO_FUZZ "Build the fuzz target with libFuzzer (clang)" OFF)
 set(LUMO_SANITIZERS "" CACHE STRING "Sanitizers, such as address,undefined")
 
 add_library(lumo_warnings INTERFACE)
-if(LUMO_WARNINGS_AS_ERRORS)
-  target_compile_options(lumo_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
-    -Wold-style-cast -Werror)
-endif()
+target_compile_options(lumo_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+  -Wold-style-cast $<$<BOOL:${LUMO_WARNINGS_AS_ERRORS}>:-Werror>)
 
 add_library(lumo_sanitizers INTERFACE)
 if(LUMO_SANITIZERS)

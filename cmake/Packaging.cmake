@@ -1,12 +1,11 @@
 # What `cmake --install` puts where, and the Debian package that `cpack` makes.
 
 include(GNUInstallDirs)
-set(doc_dir "${CMAKE_INSTALL_DOCDIR}")
 
-# lumo_compress(): installs `file` into `destination` as NAME.gz, without a time
+# lumo_install_compressed(): installs `file` into `destination` as NAME.gz, without a time
 # stamp, so that the same sources give the same bytes.
 find_program(LUMO_GZIP gzip REQUIRED)
-function(lumo_compress file name destination)
+function(lumo_install_compressed file name destination)
   set(copy "${PROJECT_BINARY_DIR}/compressed/${name}")
   add_custom_command(
     OUTPUT "${copy}.gz"
@@ -21,16 +20,16 @@ function(lumo_compress file name destination)
 endfunction()
 
 install(TARGETS lumo-profile-viewer)
-install(FILES README.md DESTINATION "${doc_dir}")
-install(FILES docs/log-format.md DESTINATION "${doc_dir}/docs")
-install(FILES packaging/copyright DESTINATION "${doc_dir}")
+install(FILES README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES docs/log-format.md DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs")
+install(FILES packaging/copyright DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 # The samples become logs with the schema.
 install(FILES samples/basic.json samples/detailed.json schema/profiling_log.fbs
-        DESTINATION "${doc_dir}/examples")
-lumo_compress("${PROJECT_SOURCE_DIR}/man/lumo-profile-viewer.1"
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+lumo_install_compressed("${PROJECT_SOURCE_DIR}/man/lumo-profile-viewer.1"
               lumo-profile-viewer.1 "${CMAKE_INSTALL_MANDIR}/man1")
 configure_file(packaging/changelog.in changelog @ONLY)
-lumo_compress("${PROJECT_BINARY_DIR}/changelog" changelog "${doc_dir}")
+lumo_install_compressed("${PROJECT_BINARY_DIR}/changelog" changelog "${CMAKE_INSTALL_DOCDIR}")
 install(FILES completions/lumo-profile-viewer.bash
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
         RENAME lumo-profile-viewer)
@@ -48,7 +47,6 @@ install(CODE "
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "The lumo-profile-viewer maintainers \
 <maintainers@lumo-profile-viewer.invalid>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "readable reports of profiling logs")
 set(CPACK_PACKAGE_DESCRIPTION
 "Reads the binary profiling log of an inference runtime's ORX delegate,
 verifies it, groups repeated runs and writes a text report: every event of

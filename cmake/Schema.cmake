@@ -1,5 +1,5 @@
 # lumo_schema: the accessors, verifier and type tables of a log, generated from
-# the schema; lumo_add_log(): a binary log from JSON.
+# the schema; lumo_add_logs(): binary logs from JSON.
 
 find_package(FlatBuffers CONFIG QUIET)
 if(NOT TARGET flatbuffers::flatbuffers OR NOT TARGET flatbuffers::flatc)

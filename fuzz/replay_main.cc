@@ -1,5 +1,6 @@
 // Runs the fuzz target once on each of the files named on the command line.
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

@@ -4,6 +4,7 @@
 
 #include <iostream>
 #include <sstream>
+#include <streambuf>
 #include <utility>
 
 #include "app/profile_viewer.h"

@@ -9,10 +9,10 @@
 
 namespace lumo {
 
-// Runs every step behind the command line and returns what they wrote to
+// Runs every step after the command line and returns what they wrote to
 // standard output: the report or the line that says why there is none, a
-// warning before either. `log` should own no more memory than its bytes, so
-// that a checker sees any access behind them.
+// warning before either. `log` should have no spare capacity, so that a
+// sanitizer sees a read past its end.
 std::string RunViewer(std::vector<std::uint8_t> log, std::int32_t topK,
                       std::int32_t num_warmup);
 

@@ -5,13 +5,16 @@
 #include <cstdint>
 #include <vector>
 
+#include <flatbuffers/flatbuffers.h>
+
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  // A few bytes can refer to the same tables a million times. Such a log is
-  // handled like any other, but slows the search down.
+  // A few bytes can refer to the same tables a million times. A good log of
+  // many tables is skipped: it is handled like any other, but slows the search
+  // down.
   constexpr flatbuffers::uoffset_t kMaxDepth = 64;
   constexpr flatbuffers::uoffset_t kMaxTables = 2000;
   flatbuffers::Verifier small(data, size, kMaxDepth, kMaxTables);

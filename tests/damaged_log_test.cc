@@ -1,7 +1,9 @@
 // Logs at and over the limits, and a small log that is damaged everywhere.
 
-#include <cstdlib>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
@@ -9,7 +11,9 @@
 #include <flatbuffers/flatbuffers.h>
 #include <gtest/gtest.h>
 
+#include "app/profile_viewer.h"
 #include "log/log_file.h"
+#include "profiling_log_generated.h"
 #include "run_viewer.h"
 
 namespace lumo {
@@ -60,8 +64,8 @@ TEST(Limits, EveryVisitOfATableCounts) {
 }
 
 TEST(Limits, ARootTableNeeds12Bytes) {
-  // The offset of the root, its offset to the vtable (-4 behind it), and there
-  // the sizes of vtable and table.
+  // The root's offset, 4; the table there, which says that its vtable stands 4
+  // bytes further on; the sizes of vtable and table there, 4 each.
   const Bytes log = {4, 0, 0, 0, 252, 255, 255, 255, 4, 0, 4, 0};
   EXPECT_NE(VerifyLog(log), nullptr);
   EXPECT_EQ(VerifyLog(Bytes(log.begin(), log.end() - 1)), nullptr);
@@ -73,8 +77,6 @@ TEST(Damage, AStringWithoutItsEndAndAVectorPastTheEndAreRejected) {
     return Events{CreateProfilingEventDirect(*builder, "unterminated")};
   });
   ASSERT_NE(VerifyLog(log), nullptr);
-  // The name is the last thing in the buffer, its terminator and padding end
-  // it.
   Bytes unterminated = log;
   const std::size_t name = std::string(log.begin(), log.end()).find("untermi");
   unterminated[name + std::strlen("unterminated")] = 'x';
@@ -104,11 +106,27 @@ void ExpectAnOutcome(const Bytes& log) {
 class EveryKind : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(ReadLogFile(std::getenv("LUMO_EVERY_KIND_LOG"), &log));
+    ASSERT_TRUE(ReadLogFile(LUMO_EVERY_KIND_LOG, &log));
     ASSERT_NE(RunViewer(log, 2, 1).find("---Top 2 by"), std::string::npos);
   }
   Bytes log;
 };
+
+TEST_F(EveryKind, IsRenderedAsOneLineOnRequest) {
+  ProfileViewer viewer;
+  ASSERT_TRUE(viewer.AcceptLog(log) && viewer.ReadDataFromLog());
+  viewer.output = "/dev/null";
+  viewer.log_text_path = testing::TempDir() + "log_text.txt";
+  ASSERT_TRUE(viewer.ExportData());
+  std::ifstream file(viewer.log_text_path);
+  std::string text;
+  std::getline(file, text);
+  EXPECT_TRUE(text.starts_with("{ profiler_api_version: \"2.4.0\", orx_api_"));
+  EXPECT_TRUE(text.ends_with("graph_index: 1, events: [  ] } ] }")) << text;
+  EXPECT_TRUE(file.peek() == std::ifstream::traits_type::eof());
+  viewer.log_text_path = "/missing/log_text.txt";
+  EXPECT_FALSE(viewer.ExportData());
+}
 
 TEST_F(EveryKind, CutAtEveryLength) {
   for (std::size_t length = 0; length < log.size(); ++length) {

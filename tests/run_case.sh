@@ -3,10 +3,11 @@
 #
 #   run_case.sh PROGRAM FLATC SCHEMA CASE
 #
-# CASE is a folder with args.txt, one argument a line, and, where they are wanted,
-# log.json (becomes log.bin in the folder that the viewer runs in), stdout.txt,
-# stderr.txt, status.txt (absent: 0) and report.txt, the file that the viewer
-# writes. What is absent must come out empty, and a report.txt must not come out.
+# CASE is a folder with args.txt, one argument a line, and what of these it needs:
+# log.json, which becomes log.bin in the folder that the viewer runs in, and what
+# must come out: stdout.txt, stderr.txt (if absent: nothing), status.txt (0) and
+# report.txt (no file of that name). The viewer runs with an empty environment and
+# under its own name, which getopt_long() puts into messages.
 set -euo pipefail
 program=$(realpath "$1") flatc=$2 schema=$3 case=$4
 

@@ -1,13 +1,16 @@
 // The command line: the options' table, their echoes and the usage text.
 
+#include "app/profile_viewer.h"
+
 #include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <string>
 
 #include <getopt.h>
 
 #include "app/console.h"
-#include "app/profile_viewer.h"
 
 namespace lumo {
 namespace {
@@ -21,9 +24,9 @@ constexpr option kOptions[] = {
     {nullptr, 0, nullptr, 0},
 };
 
-// Reads the number that `text` begins with, behind white space and a sign; what
-// follows it is ignored. Returns false where there is none or it is no 32-bit
-// signed integer.
+// Reads the number at the start of `text`, after optional white space and an
+// optional sign, and ignores the rest. Returns false if there is no number or
+// it is not a 32-bit signed integer.
 bool ParseInteger(const char* text, std::int32_t* number) {
   char* end = nullptr;
   errno = 0;
@@ -39,6 +42,25 @@ bool ParseInteger(const char* text, std::int32_t* number) {
 bool ReportNoInteger(const std::string& name, const std::string& text) {
   return ReportError("Option " + name + " takes a 32-bit integer, not [" +
                      text + "].");
+}
+
+// Its wording and its tabs are fixed texts.
+void PrintUsage() {
+  std::cout
+      << "options:\n"
+         "--help \t\t\t\t\t\t\t\t\t Help\n"
+         "--input_profile_data <input profile file> \t\t\t\t A binary input "
+         "file that contains profiling result.\n"
+         "--output <output file> \t\t\t\t\t\t\t An output txt file contains "
+         "human readable profiling result. If it is not specified, the "
+         "profiling output will show in standard output.\n"
+         "--topK <topK> \t\t\t\t\t\t\t\t Only used in detailed profiling mode. "
+         "Number of events to be printed under Top by Computation Time "
+         "section. "
+         "Default is 5.\n"
+         "--num_warmup <num_warmup> \t\t\t\t\t\t Number of "
+         "initialization/execution to be counted as warmups. Default is 1."
+      << std::endl;
 }
 
 }  // namespace
@@ -70,7 +92,7 @@ bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
         std::cout << "[Profile Viewer] Number of warmups: [" << num_warmup
                   << "]" << std::endl;
         break;
-      default:
+      default:  // --help, and every mistake, which getopt_long() has reported
         PrintUsage();
         std::exit(EXIT_SUCCESS);
     }
@@ -79,24 +101,6 @@ bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
     return ReportError("Please provide the input_profile_data.");
   }
   return true;
-}
-
-void PrintUsage() {
-  std::cout
-      << "options:\n"
-         "--help \t\t\t\t\t\t\t\t\t Help\n"
-         "--input_profile_data <input profile file> \t\t\t\t A binary input "
-         "file that contains profiling result.\n"
-         "--output <output file> \t\t\t\t\t\t\t An output txt file contains "
-         "human readable profiling result. If it is not specified, the "
-         "profiling output will show in standard output.\n"
-         "--topK <topK> \t\t\t\t\t\t\t\t Only used in detailed profiling mode. "
-         "Number of events to be printed under Top by Computation Time "
-         "section. "
-         "Default is 5.\n"
-         "--num_warmup <num_warmup> \t\t\t\t\t\t Number of "
-         "initialization/execution to be counted as warmups. Default is 1."
-      << std::endl;
 }
 
 }  // namespace lumo

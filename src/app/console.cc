@@ -1,4 +1,4 @@
-// The two lines of a failure that are the same wherever it happens.
+// Writes the lines that report a failure.
 
 #include "app/console.h"
 
@@ -12,9 +12,9 @@ bool ReportError(std::string_view text) {
   return false;
 }
 
-bool ReportLocation(const char* step, int line) {
+bool ReportLocation(const char* step, int place) {
   std::fprintf(stderr, "Error in lumo-profile-viewer function at %s:%d\n", step,
-               line);
+               place);
   return false;
 }
 

@@ -11,9 +11,10 @@ namespace lumo {
 // Returns false, for a step to return in turn.
 bool ReportError(std::string_view text);
 
-// Writes to standard error where inside the viewer a run failed. The numbers
-// are fixed texts that name the place, not lines of the source. Returns false.
-bool ReportLocation(const char* step, int line);
+// Writes to standard error where inside the viewer a run failed: the step and a
+// number that has always stood for the place. It is part of the text and does
+// not move with the source. Returns false.
+bool ReportLocation(const char* step, int place);
 
 }  // namespace lumo
 

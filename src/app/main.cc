@@ -7,10 +7,10 @@
 
 namespace {
 
-// Says on standard error which step failed. The numbers are fixed texts, not
-// lines of this file. Returns the exit status.
-int FailAt(int line) {
-  std::fprintf(stderr, "Error at %s:%d\n", "main", line);
+// Says on standard error which step failed, by a number that is part of the
+// text and does not move with this file. Returns the exit status.
+int FailAt(int place) {
+  std::fprintf(stderr, "Error at main:%d\n", place);
   return EXIT_FAILURE;
 }
 

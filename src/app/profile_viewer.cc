@@ -1,4 +1,4 @@
-// The steps of a run behind the command line, and what they decide themselves.
+// The steps of a run after the command line.
 
 #include "app/profile_viewer.h"
 
@@ -78,7 +78,7 @@ bool ProfileViewer::CheckMessageCounts() {
 }
 
 void ProfileViewer::CheckWarmupCount() {
-  // The product wraps around at 32 bits, as two's complement does.
+  // Wraps around at 32 bits: the comparison is defined for that product.
   const auto warmups =
       static_cast<std::int32_t>(static_cast<std::uint32_t>(graph_count) *
                                 static_cast<std::uint32_t>(num_warmup));
@@ -93,6 +93,7 @@ void ProfileViewer::CheckWarmupCount() {
 
 bool ProfileViewer::ExportData() {
   const std::string report = ComposeReport();
+  // Every run renders the log, whether or not its text is wanted.
   const std::string log_text = RenderLogText(log_storage);
   if (output.empty() && log_text_path.empty()) {
     std::cout << report;
@@ -109,20 +110,12 @@ bool ProfileViewer::ExportData() {
 
 std::string ProfileViewer::ComposeReport() {
   const std::int32_t execute_end = prepare_count + inference_count;
-  constexpr const char* kNoEventData = "Fail to write event data to .txt";
-
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
                     inference_count);
-  report_stream << "----------Finalize Info----------\n";
-  if (!WriteEventData(report_stream, root, finalize_statistics, 0,
-                      prepare_count, num_warmup)) {
-    ReportError(kNoEventData);
-  }
-  report_stream << "------------Execute Info------------\n";
-  if (!WriteEventData(report_stream, root, execute_statistics, prepare_count,
-                      execute_end, num_warmup)) {
-    ReportError(kNoEventData);
-  }
+  WriteSection("----------Finalize Info----------", finalize_statistics, 0,
+               prepare_count);
+  WriteSection("------------Execute Info------------", execute_statistics,
+               prepare_count, execute_end);
   // Only a detailed log has operations; graph 0 speaks for all.
   if (!op_averages.empty() && !op_averages.front().empty()) {
     WriteOpSections(report_stream, op_averages, top_ops, topK);
@@ -130,13 +123,25 @@ std::string ProfileViewer::ComposeReport() {
   return std::move(report_stream).str();
 }
 
+void ProfileViewer::WriteSection(const char* heading,
+                                 const std::vector<StatisticsMap>& statistics,
+                                 std::int32_t first, std::int32_t end) {
+  report_stream << heading << '\n';
+  if (!WriteEventData(report_stream, root, statistics, first, end,
+                      num_warmup)) {
+    ReportError("Fail to write event data to .txt");
+  }
+}
+
 bool ProfileViewer::WriteTextFile(const std::string& path,
                                   const std::string& text) const {
   // The log must survive: a path that leads to it, by whatever name, is
   // refused.
-  std::error_code not_both_there;
+  std::error_code ignored;  // set if there is no file at `path` yet
+  const bool is_log =
+      std::filesystem::equivalent(path, input_profile_data, ignored);
   std::ofstream file;
-  if (!std::filesystem::equivalent(path, input_profile_data, not_both_there)) {
+  if (!is_log) {
     file.open(path);
   }
   if (!file.is_open()) {

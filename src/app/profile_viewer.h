@@ -21,37 +21,41 @@ namespace lumo {
 class ProfileViewer {
  public:
   ProfileViewer() = default;
+  // `root` points into `log_storage`.
   ProfileViewer(const ProfileViewer&) = delete;
   ProfileViewer& operator=(const ProfileViewer&) = delete;
 
-  // Sets the options below and echoes each on standard output. Returns false
-  // where a number cannot be read or no input is named. Does not return for
-  // --help and for an option that it does not know: the usage text is printed
-  // and the process ends with status 0.
+  // Sets the options below and echoes each on standard output. Returns false if
+  // a number cannot be read or no input is named. Does not return for --help,
+  // and for an option that is unknown or lacks its argument, which
+  // getopt_long() has then named on standard error: prints the usage text and
+  // ends the process with status 0.
   bool ParseCommandLine(int argc, char** argv);
 
-  // Reads and verifies the log at `path`. Returns false where it cannot be
-  // opened or is no well-formed log.
+  // Reads and verifies the log at `path`. Returns false if it cannot be opened
+  // or is not a well-formed log.
   bool LoadProfilingLog(const std::string& path);
 
   // The second half of LoadProfilingLog(): takes bytes instead of a file.
   bool AcceptLog(std::vector<std::uint8_t> bytes);
 
   // Computes everything that the report shows. May lower `num_warmup` to 1.
-  // Returns false where the log lacks a kind of message, a message belongs to
-  // no graph or a series is shorter than the warm-up.
+  // Returns false if the log lacks a kind of message, a message belongs to no
+  // graph, or an event does not have num_warmup runs (nor ever a negative
+  // number of them).
   bool ReadDataFromLog();
 
-  // Writes the report to `output`, or to standard output where that is empty.
-  // Returns false where a file cannot be created. Whether all of the text could
-  // be written is not known.
+  // Writes the report to `output`, or to standard output if that is empty.
+  // Returns false if a file cannot be created, or is the log. Whether all of
+  // the text could be written is not known.
   bool ExportData();
 
-  // Returns the report. Part of ExportData(); to be called once.
+  // Returns the report: the part of ExportData() before anything is written. To
+  // be called once.
   std::string ComposeReport();
 
-  // The options, see PrintUsage(). No option sets `log_text_path`, where
-  // ExportData() writes the whole log as text.
+  // The options, as --help explains them. No option sets `log_text_path`, where
+  // ExportData() would write the whole log as text.
   std::string input_profile_data;
   std::string log_text_path;
   std::string output;
@@ -59,8 +63,20 @@ class ProfileViewer {
   std::int32_t num_warmup = 1;
 
  private:
+  // Sets the three counts below. False, with an error line, if one is 0.
   bool CheckMessageCounts();
+
+  // Sets `num_warmup` to 1, with a warning, if there are fewer executes.
   void CheckWarmupCount();
+
+  // Adds a heading, the messages at positions `first` to `end` - 1 and the
+  // summary of their statistics to the report.
+  void WriteSection(const char* heading,
+                    const std::vector<StatisticsMap>& statistics,
+                    std::int32_t first, std::int32_t end);
+
+  // Creates or truncates the file at `path` and writes `text`. False, with an
+  // error line, if that cannot be done or the file is the log.
   bool WriteTextFile(const std::string& path, const std::string& text) const;
 
   // The bytes of the log, and the root table within them. Every name in the
@@ -69,12 +85,12 @@ class ProfileViewer {
   const ProfilingLog* root = nullptr;
 
   // The report while it is composed. Its notation for floats is never reset:
-  // what one section sets holds for those behind it.
+  // what one section sets holds for those after it.
   std::stringstream report_stream;
 
   // The numbers of different graphs, finalize messages and execute messages.
   // The finalize messages are those at positions 0 to prepare_count - 1, the
-  // execute messages the inference_count behind them, whatever they hold.
+  // execute messages the inference_count after these, whatever they hold.
   std::int32_t graph_count = 0;
   std::int32_t prepare_count = 0;
   std::int32_t inference_count = 0;
@@ -85,9 +101,6 @@ class ProfileViewer {
   std::vector<OpAverageMap> op_averages;
   std::vector<std::vector<TopOpEntry>> top_ops;
 };
-
-// Writes the options and their meaning to standard output.
-void PrintUsage();
 
 }  // namespace lumo
 

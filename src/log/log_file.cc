@@ -1,9 +1,10 @@
-// Where a file may be no log at all: pipes, folders, sizes without end.
+// Reads a file that may be anything, and verifies its bytes.
 
 #include "log/log_file.h"
 
 #include <filesystem>
 #include <fstream>
+#include <ios>
 #include <system_error>
 
 #include <flatbuffers/flatbuffers.h>
@@ -30,7 +31,7 @@ bool ReadLogFile(const std::string& path, std::vector<std::uint8_t>* bytes) {
     return false;
   }
   file.seekg(0, std::ios::end);
-  // -1, where the file has no size, becomes a size that is too large.
+  // -1, if the file has no size, becomes a size that is too large.
   const auto size = static_cast<std::uint64_t>(std::streamoff{file.tellg()});
   file.seekg(0, std::ios::beg);
   if (size >= kFirstSizeTooLarge) {

@@ -12,13 +12,13 @@
 namespace lumo {
 
 // Replaces `bytes` with the whole content of the file at `path`. Returns false
-// where the file cannot be opened. A file that is no log by its size alone (a
+// if the file cannot be opened. A file that is not a log by its size alone (a
 // pipe, which has none; 2147483647 bytes or more) gives no bytes and true: it
 // opens, and verification rejects it. Bytes that the file turns out not to have
 // are zero.
 bool ReadLogFile(const std::string& path, std::vector<std::uint8_t>* bytes);
 
-// Returns the root table of the log in `bytes`, or null where the bytes are no
+// Returns the root table of the log in `bytes`, or null if the bytes are not a
 // well-formed log: every offset, vector, string terminator and alignment is
 // checked, events may nest 62 levels deep and a log may have 1,000,000 tables,
 // each counted as often as something refers to it. The root points into `bytes`

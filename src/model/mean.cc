@@ -1,4 +1,4 @@
-// The sum that every average of the report is made of.
+// The mean, summed in the order of the values.
 
 #include "model/mean.h"
 

@@ -1,13 +1,13 @@
-// Walks the messages: three times to count, once for each kind of series.
+// Counts over the messages, and the loops that collect a value per run and
+// event.
 
 #include "model/message_grouping.h"
 
 #include <algorithm>
 #include <cassert>
+#include <cstddef>
 #include <iterator>
 #include <unordered_set>
-
-#include <flatbuffers/flatbuffers.h>
 
 #include "model/event_unit.h"
 
@@ -21,34 +21,23 @@ using flatbuffers::VectorLength;
 bool HasEventName(const ProfilingMessage& message, std::string_view text) {
   const auto* const events = message.events();
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-    const ProfilingEvent& event = *events->Get(j);
-    if (GetStringView(event.name()).find(text) != std::string_view::npos) {
+    if (GetStringView(events->Get(j)->name()).find(text) !=
+        std::string_view::npos) {
       return true;
     }
   }
   return false;
 }
 
-// The low 32 bits of a graph index say which graph it is.
+// A graph is found by the low 32 bits of its index, read as a signed number,
+// although CountGraphs() tells indices apart by all 64.
 std::int32_t GraphOf(const ProfilingMessage& message) {
   return static_cast<std::int32_t>(message.graph_index());
 }
 
-const ProfilingMessage& MessageAt(const ProfilingLog& log, std::int32_t i) {
-  return *log.messages()->Get(static_cast<uoffset_t>(i));
-}
-
-EventSeriesMap& SeriesOf(const ProfilingMessage& message,
-                         std::vector<EventSeriesMap>* series) {
-  const auto graph = static_cast<std::size_t>(GraphOf(message));
-  assert(graph < series->size());
-  return (*series)[graph];
-}
-
-// Adds the event's value to the series of (position, name) and returns the
-// place behind that series. Runs repeat the same events in the same order, so
-// given as `expected` that place is most often the next event's own, found at
-// once.
+// Appends the event's value to its series and returns the place after that
+// series. Runs repeat the same events in the same order: as `expected` for the
+// next event, that place is most often the right one and saves the search.
 EventSeriesMap::iterator AppendValue(const ProfilingEvent& event,
                                      std::int32_t position,
                                      EventSeriesMap::iterator expected,
@@ -60,18 +49,54 @@ EventSeriesMap::iterator AppendValue(const ProfilingEvent& event,
   return std::next(entry);
 }
 
-// Adds the node events directly under `parent`.
-void AppendNodeValues(const ProfilingEvent& parent, EventSeriesMap* series) {
-  const auto* const events = parent.sub_events();
-  std::int32_t ordinal = 0;
+// Appends the values of the top-level events in microseconds. The others have
+// no series, but keep their positions.
+void AppendEventValues(const ProfilingMessage& message,
+                       EventSeriesMap* series) {
+  const auto* const events = message.events();
   auto expected = series->begin();
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
     const ProfilingEvent& event = *events->Get(j);
-    if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-      expected = AppendValue(event, ordinal, expected, series);
-      ++ordinal;
+    if (event.unit() == ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC) {
+      expected =
+          AppendValue(event, static_cast<std::int32_t>(j), expected, series);
     }
   }
+}
+
+// Appends the values of the node events directly under the top-level events.
+// Their positions are counted anew under each of these, and only node events
+// count.
+void AppendNodeValues(const ProfilingMessage& message, EventSeriesMap* series) {
+  const auto* const events = message.events();
+  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+    const auto* const sub_events = events->Get(j)->sub_events();
+    std::int32_t ordinal = 0;
+    auto expected = series->begin();
+    for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
+      const ProfilingEvent& event = *sub_events->Get(k);
+      if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
+        expected = AppendValue(event, ordinal, expected, series);
+        ++ordinal;
+      }
+    }
+  }
+}
+
+// Calls `append_values` for each message of the range with its graph's series.
+std::vector<EventSeriesMap> CollectSeries(
+    const ProfilingLog& log, std::int32_t first, std::int32_t end,
+    std::int32_t graph_count,
+    void (*append_values)(const ProfilingMessage&, EventSeriesMap*)) {
+  std::vector<EventSeriesMap> series(static_cast<std::size_t>(graph_count));
+  const std::int32_t stop = ClipToMessages(log, end);
+  for (std::int32_t i = first; i < stop; ++i) {
+    const ProfilingMessage& message = MessageAt(log, i);
+    const auto graph = static_cast<std::size_t>(GraphOf(message));
+    assert(graph < series.size());
+    append_values(message, &series[graph]);
+  }
+  return series;
 }
 
 }  // namespace
@@ -95,18 +120,23 @@ std::int32_t CountMessagesWithEventName(const MessageVector* messages,
   return count;
 }
 
-std::int32_t ClipToMessages(const MessageVector* messages, std::int32_t end) {
-  return std::min(end, static_cast<std::int32_t>(VectorLength(messages)));
+std::int32_t ClipToMessages(const ProfilingLog& log, std::int32_t end) {
+  return std::min(end, static_cast<std::int32_t>(VectorLength(log.messages())));
+}
+
+const ProfilingMessage& MessageAt(const ProfilingLog& log, std::int32_t i) {
+  return *log.messages()->Get(static_cast<uoffset_t>(i));
 }
 
 bool CheckGraphIndices(const ProfilingLog& log, std::int32_t end,
                        std::int32_t graph_count, std::string* error) {
-  for (std::int32_t i = 0; i < ClipToMessages(log.messages(), end); ++i) {
-    const std::int32_t graph = GraphOf(MessageAt(log, i));
+  const std::int32_t stop = ClipToMessages(log, end);
+  for (std::int32_t i = 0; i < stop; ++i) {
+    const ProfilingMessage& message = MessageAt(log, i);
+    const std::int32_t graph = GraphOf(message);
     if (graph < 0 || graph >= graph_count) {
       *error = "The message at position " + std::to_string(i) +
-               " has graph_index " +
-               std::to_string(MessageAt(log, i).graph_index()) +
+               " has graph_index " + std::to_string(message.graph_index()) +
                ", but graph_count is " + std::to_string(graph_count) + ".";
       return false;
     }
@@ -116,39 +146,16 @@ bool CheckGraphIndices(const ProfilingLog& log, std::int32_t end,
 
 std::vector<EventSeriesMap> CollectEventSeries(const ProfilingLog& log,
                                                std::int32_t first,
-                                               std::int32_t last,
+                                               std::int32_t end,
                                                std::int32_t graph_count) {
-  std::vector<EventSeriesMap> series(static_cast<std::size_t>(graph_count));
-  for (std::int32_t i = first; i < ClipToMessages(log.messages(), last); ++i) {
-    const ProfilingMessage& message = MessageAt(log, i);
-    const auto* const events = message.events();
-    EventSeriesMap& graph_series = SeriesOf(message, &series);
-    auto expected = graph_series.begin();
-    for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-      const ProfilingEvent& event = *events->Get(j);
-      if (event.unit() == ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC) {
-        expected = AppendValue(event, static_cast<std::int32_t>(j), expected,
-                               &graph_series);
-      }
-    }
-  }
-  return series;
+  return CollectSeries(log, first, end, graph_count, AppendEventValues);
 }
 
 std::vector<EventSeriesMap> CollectNodeSeries(const ProfilingLog& log,
                                               std::int32_t first,
-                                              std::int32_t last,
+                                              std::int32_t end,
                                               std::int32_t graph_count) {
-  std::vector<EventSeriesMap> series(static_cast<std::size_t>(graph_count));
-  for (std::int32_t i = first; i < ClipToMessages(log.messages(), last); ++i) {
-    const ProfilingMessage& message = MessageAt(log, i);
-    const auto* const events = message.events();
-    EventSeriesMap& graph_series = SeriesOf(message, &series);
-    for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-      AppendNodeValues(*events->Get(j), &graph_series);
-    }
-  }
-  return series;
+  return CollectSeries(log, first, end, graph_count, AppendNodeValues);
 }
 
 }  // namespace lumo

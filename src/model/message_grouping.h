@@ -1,7 +1,7 @@
 // From the messages of a verified log to counts and per-graph series.
 //
-// An absent vector is an empty one here, an absent name an empty name, and a
-// range of message positions that reaches past the last message stops there.
+// An absent vector counts as an empty one here, and an absent name as an empty
+// name.
 
 #ifndef LUMO_MODEL_MESSAGE_GROUPING_H_
 #define LUMO_MODEL_MESSAGE_GROUPING_H_
@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <flatbuffers/flatbuffers.h>
 
 #include "model/event_series.h"
 #include "profiling_log_generated.h"
@@ -28,9 +30,13 @@ std::int32_t CountGraphs(const MessageVector* messages);
 std::int32_t CountMessagesWithEventName(const MessageVector* messages,
                                         std::string_view text);
 
-// Returns where a loop over message positions up to `end` has to stop: at `end`
-// or, where that lies past the last message, behind the last message.
-std::int32_t ClipToMessages(const MessageVector* messages, std::int32_t end);
+// Returns the smaller of `end` and the number of messages: where a loop over
+// message positions has to stop. The counts do not promise that a range of
+// positions fits, because a message may count as two kinds.
+std::int32_t ClipToMessages(const ProfilingLog& log, std::int32_t end);
+
+// Returns the message at position `i`, from 0; there must be one.
+const ProfilingMessage& MessageAt(const ProfilingLog& log, std::int32_t i);
 
 // Returns whether every message at positions 0 to `end` - 1 belongs to one of
 // the graphs 0 to `graph_count` - 1. If not, `error` says which is the first
@@ -39,18 +45,18 @@ bool CheckGraphIndices(const ProfilingLog& log, std::int32_t end,
                        std::int32_t graph_count, std::string* error);
 
 // Returns the series of the top-level events in microseconds, over the messages
-// at positions `first` to `last` - 1. Element g belongs to graph g; there are
-// `graph_count` elements.
+// at positions `first` to `end` - 1 as far as there are any. Element g belongs
+// to graph g; there are `graph_count` elements.
 std::vector<EventSeriesMap> CollectEventSeries(const ProfilingLog& log,
                                                std::int32_t first,
-                                               std::int32_t last,
+                                               std::int32_t end,
                                                std::int32_t graph_count);
 
 // As CollectEventSeries(), but of the node events (one per operation, in any
 // unit) directly under the top-level events.
 std::vector<EventSeriesMap> CollectNodeSeries(const ProfilingLog& log,
                                               std::int32_t first,
-                                              std::int32_t last,
+                                              std::int32_t end,
                                               std::int32_t graph_count);
 
 }  // namespace lumo

@@ -1,6 +1,8 @@
-// Averages first, since every share needs their sum; then shares and top list.
+// Average, share and top list of a graph's operations.
 
 #include "model/op_averages.h"
+
+#include <utility>
 
 #include "model/mean.h"
 
@@ -9,23 +11,20 @@ namespace lumo {
 void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
                         std::vector<OpAverageMap>* op_averages,
                         std::vector<std::vector<TopOpEntry>>* top_ops) {
-  std::vector<TopOpEntry> entries;
-  entries.reserve(node_series.size());
+  OpAverageMap averages;
   float total = 0.0F;
   for (const auto& [key, op] : node_series) {
     const float average = Mean(op.values);
     total += average;
-    entries.push_back({key.name, op.unit, 0.0F, average});
+    averages.emplace_hint(averages.end(), key,
+                          OpAverage{0.0F, average, op.unit});
   }
 
-  OpAverageMap averages;
-  auto entry = entries.begin();
-  for (const auto& [key, op] : node_series) {
-    entry->percent = entry->average / total * 100.0F;
-    averages.emplace_hint(
-        averages.end(), key,
-        OpStatistics{op.unit, {entry->percent, entry->average}});
-    ++entry;
+  std::vector<TopOpEntry> entries;
+  entries.reserve(averages.size());
+  for (auto& [key, op] : averages) {
+    op.percent = op.average / total * 100.0F;
+    entries.push_back({key.name, op.unit, op.percent, op.average});
   }
 
   top_ops->push_back(SelectTopOps(entries, topK));

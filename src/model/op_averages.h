@@ -13,24 +13,21 @@
 
 namespace lumo {
 
+// One operation over all runs of its graph, warm-up runs included.
 struct OpAverage {
-  // The average as a share of the sum of all operations' averages, 0 to 100;
-  // not a number where that sum is 0.
+  // The average as a share of the sum of all operations' averages, whatever
+  // their units, 0 to 100; not a number if that sum is 0.
   float percent;
-  // Mean over all runs, warm-up runs included.
   float average;
-};
-
-struct OpStatistics {
+  // The unit of the average, see UnitText().
   std::string_view unit;
-  OpAverage op;
 };
 
 // One entry per operation of one graph, under the keys of its node series.
-using OpAverageMap = std::map<EventKey, OpStatistics>;
+using OpAverageMap = std::map<EventKey, OpAverage>;
 
 // Appends one element for the graph with these node series to `op_averages` and
-// one, with at most `topK` rows (all where negative), to `top_ops`.
+// one, with at most `topK` rows (all if it is negative), to `top_ops`.
 void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
                         std::vector<OpAverageMap>* op_averages,
                         std::vector<std::vector<TopOpEntry>>* top_ops);

@@ -1,16 +1,15 @@
-// From a series to its three figures, and when not to compute them.
+// Warm-up mean, mean and deviation of each series, and when there are none.
 
 #include "model/run_statistics.h"
 
 #include <cmath>
+#include <cstddef>
 #include <span>
 
 #include "model/mean.h"
 
 namespace lumo {
 namespace {
-
-constexpr RunStatistics kSingleRun = {-1.0F, -1.0F, -1.0F};
 
 // One series stands for the list: a log holds either one run or several of
 // everything.
@@ -19,8 +18,8 @@ bool HoldsSingleRuns(const std::vector<EventSeriesMap>& series) {
          series.front().begin()->second.values.size() == 1;
 }
 
-// Without values the quotient is 0 / -1, whose root is the negative zero that
-// tells "no runs" from "no deviation" (one value: 0).
+// For no values this is the root of 0 / -1, the negative zero that tells "no
+// runs" from "one run", which is 0.
 float SampleDeviation(std::span<const float> values, float mean) {
   if (values.size() == 1) {
     return 0.0F;
@@ -29,21 +28,23 @@ float SampleDeviation(std::span<const float> values, float mean) {
   for (const float value : values) {
     sum += (value - mean) * (value - mean);
   }
-  return std::sqrt(sum / (static_cast<float>(values.size()) + -1.0F));
+  return std::sqrt(sum / (static_cast<float>(values.size()) - 1.0F));
 }
 
-RunStatistics StatisticsOf(std::span<const float> values, std::size_t warmups) {
-  const std::span<const float> measured = values.subspan(warmups);
+RunStatistics StatisticsOf(const EventSeries& event, std::size_t num_warmup) {
+  const std::span<const float> warmup(event.values.data(), num_warmup);
+  const std::span<const float> measured =
+      std::span(event.values).subspan(num_warmup);
   const float mean = Mean(measured);
-  return {Mean(values.first(warmups)), mean, SampleDeviation(measured, mean)};
+  return {Mean(warmup), mean, SampleDeviation(measured, mean), event.unit};
 }
 
 // Returns whether every series has the warm-up runs that it is asked for.
 bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
                     std::int32_t num_warmup, std::string* error) {
-  std::size_t graph = 0;
-  for (const EventSeriesMap& graph_series : series) {
-    for (const auto& [key, event] : graph_series) {
+  std::int32_t graph_position = 0;
+  for (const EventSeriesMap& graph : series) {
+    for (const auto& [key, event] : graph) {
       if (num_warmup < 0) {
         *error = "Number of Warmup: " + std::to_string(num_warmup) + " < 0.";
         return false;
@@ -52,11 +53,11 @@ bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
         *error = "Number of Warmup: " + std::to_string(num_warmup) +
                  " > Number of Runs " + std::to_string(event.values.size()) +
                  " of event [" + std::string(key.name) + "] of graph " +
-                 std::to_string(graph) + ".";
+                 std::to_string(graph_position) + ".";
         return false;
       }
     }
-    ++graph;
+    ++graph_position;
   }
   return true;
 }
@@ -71,15 +72,14 @@ bool ComputeRunStatistics(const std::vector<EventSeriesMap>& series,
   if (!single_runs && !CheckRunCounts(series, num_warmup, error)) {
     return false;
   }
-  for (const EventSeriesMap& graph_series : series) {
+  for (const EventSeriesMap& graph : series) {
     StatisticsMap& graph_statistics = statistics->emplace_back();
-    for (const auto& [key, event] : graph_series) {
-      const RunStatistics runs =
-          single_runs ? kSingleRun
-                      : StatisticsOf(event.values,
-                                     static_cast<std::size_t>(num_warmup));
-      graph_statistics.emplace_hint(graph_statistics.end(), key,
-                                    EventStatistics{event.unit, runs});
+    for (const auto& [key, event] : graph) {
+      graph_statistics.emplace_hint(
+          graph_statistics.end(), key,
+          single_runs
+              ? RunStatistics{-1.0F, -1.0F, -1.0F, event.unit}
+              : StatisticsOf(event, static_cast<std::size_t>(num_warmup)));
     }
   }
   return true;

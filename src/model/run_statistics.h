@@ -13,33 +13,31 @@
 
 namespace lumo {
 
-// The three figures of one series, in the unit of its values. All are -1 where
-// the list they belong to holds single runs.
+// The three figures of one series. All are -1 if the list that the series is in
+// holds single runs.
 struct RunStatistics {
-  // Mean of the warm-up runs; 0 where there are none.
+  // Mean of the warm-up runs; 0 if there are none.
   float warmup_mean;
-  // Mean of the runs after the warm-up; 0 where there are none.
+  // Mean of the runs after the warm-up; 0 if there are none.
   float mean;
   // Sample standard deviation (divisor: runs - 1) of the runs after the
   // warm-up; 0 for one run, negative zero for none.
   float stdev;
-};
-
-struct EventStatistics {
+  // The unit of all three, see UnitText().
   std::string_view unit;
-  RunStatistics runs;
 };
 
 // One entry per series of one graph, under the same keys.
-using StatisticsMap = std::map<EventKey, EventStatistics>;
+using StatisticsMap = std::map<EventKey, RunStatistics>;
 
 // Appends one StatisticsMap per element of `series` to `statistics`, in their
 // order, with the first `num_warmup` values of every series taken as warm-up.
-// Where the very first series of the first graph holds one value, the whole
-// list counts as single runs.
+// If the very first series of the first graph holds one value, the whole list
+// counts as single runs.
 //
-// Returns false, with the reason in `error`, where `num_warmup` is negative or
-// exceeds the length of a series of a list that is not one of single runs.
+// Returns false, with the reason in `error`, if the list is not one of single
+// runs and has a series of fewer than `num_warmup` values, or any series at all
+// and `num_warmup` is negative. Nothing is appended then.
 bool ComputeRunStatistics(const std::vector<EventSeriesMap>& series,
                           std::int32_t num_warmup,
                           std::vector<StatisticsMap>* statistics,

@@ -3,7 +3,7 @@
 #include "model/top_ops.h"
 
 #include <algorithm>
-#include <utility>
+#include <cstddef>
 
 namespace lumo {
 namespace {

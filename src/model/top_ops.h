@@ -9,17 +9,17 @@
 
 namespace lumo {
 
+// One row of a top list: an operation's name, and the rest as in its OpAverage.
 struct TopOpEntry {
   // Points into the log and lives as long as the log's bytes do.
   std::string_view name;
   std::string_view unit;
-  // Share of the graph's time, 0 to 100; not a number where that time is 0.
   float percent;
   float average;
 };
 
 // Returns the `topK` entries of largest percent, largest first; all of them
-// where there are fewer or `topK` is negative. Among equal percents the order
+// if there are fewer or `topK` is negative. Among equal percents the order
 // of `entries` decides by the rules of the binary heap in the source file,
 // which are part of the report: they say which of several equal operations
 // stay.

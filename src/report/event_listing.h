@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <ostream>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,29 +13,19 @@
 
 namespace lumo {
 
-// Writes the messages at positions `first` to `end` - 1, as far as there are
-// messages, each with its event trees, and then the summary of `statistics`,
-// whose figures exclude the first `num_warmup` runs. Returns false, with
-// nothing written, where `root` is null or `statistics` has no element.
+// Writes one section of the report: the messages at positions `first` to
+// `end` - 1 as far as there are any, each with its event trees, and then the
+// summary of `statistics`, whose figures set the first `num_warmup` runs aside.
+// Returns false, with nothing written, if `root` is null or `statistics` has no
+// element.
 bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
                     const std::vector<StatisticsMap>& statistics,
                     std::int32_t first, std::int32_t end,
                     std::int32_t num_warmup);
 
-// Writes the line of `event`, indented by `depth` steps of four blanks, and
-// below it those of its sub-events, one step deeper. A node event's line begins
-// with the share of `parent_value`, the value of the enclosing event (0 for
-// none), in percent.
-void WriteEventTree(std::ostream& stream, const ProfilingEvent& event,
-                    std::int32_t depth, std::uint64_t parent_value);
-
-// Returns the engines of a resource mask in the order of their bits, such as
-// "VPU, TMU, DMA"; bits without an engine add nothing.
-std::string ResourceMaskText(std::uint8_t mask);
-
 // Returns the number in a name such as "node_id_12:Conv", which begins with
 // "node_id_" and holds this text only once: its first run of decimal digits.
-// Returns -1 where the name is another, has no digit, or the number is no
+// Returns -1 if the name is not like that, has no digit, or the number is not a
 // 32-bit signed integer.
 std::int32_t ParseNodeId(std::string_view name);
 

@@ -1,4 +1,4 @@
-// The rows of the two sections, which differ in order and notation.
+// The two sections and their rows, which differ in order and notation.
 
 #include "report/op_sections.h"
 
@@ -18,17 +18,17 @@ void WriteShare(std::ostream& stream, float percent) {
   WritePercentField(stream, percent);
 }
 
-// "name: 1500.00 cycles"
+// "            16.29% | name: 1500.00 cycles"
 void WriteAverageRow(std::ostream& stream, std::string_view name,
-                     const OpStatistics& op) {
-  WriteShare(stream, op.op.percent);
-  stream << name << ": " << op.op.average << ' ' << op.unit << '\n';
+                     const OpAverage& op) {
+  WriteShare(stream, op.percent);
+  stream << name << ": " << op.average << ' ' << op.unit << '\n';
 }
 
-// "        1500 cycles | name": up to six significant digits, whatever notation
-// the stream is in, right-aligned in 12 characters.
+// "            16.29% |         1500 cycles | name", the average with up to six
+// significant digits, whatever notation the stream is in.
 void WriteTopRow(std::ostream& stream, const TopOpEntry& op) {
-  std::array<char, 16> digits;  // the longest is "-1.23457e+38"
+  std::array<char, 16> digits;  // the longest is "1.23457e+38"
   const auto written =
       std::to_chars(digits.data(), digits.data() + digits.size(), op.average,
                     std::chars_format::general, 6);
@@ -46,20 +46,22 @@ bool WriteOpSections(std::ostream& stream,
   stream << "---------Per-op Avg Time----------\n";
   std::int32_t graph_position = 0;
   for (const OpAverageMap& graph : op_averages) {
-    stream << "        Graph index: " << graph_position++ << '\n';
+    stream << "        Graph index: " << graph_position << '\n';
     for (const auto& [key, op] : graph) {
       WriteAverageRow(stream, key.name, op);
     }
     stream << '\n';
+    ++graph_position;
   }
   stream << "---------Top " << topK << " by Computation Time----------\n";
   graph_position = 0;
   for (const std::vector<TopOpEntry>& graph : top_ops) {
-    stream << "        Graph index: " << graph_position++ << '\n';
+    stream << "        Graph index: " << graph_position << '\n';
     for (const TopOpEntry& op : graph) {
       WriteTopRow(stream, op);
     }
     stream << '\n';
+    ++graph_position;
   }
   return true;
 }

@@ -1,4 +1,4 @@
-// The percentage's digits, and the stream's notation behind it.
+// Writes a percentage and leaves the stream in its notation.
 
 #include "report/percent_field.h"
 
@@ -10,7 +10,7 @@
 namespace lumo {
 
 void WritePercentField(std::ostream& stream, float percent) {
-  // Set for the figures behind this one. The percentage itself is written past
+  // Set for the figures after this one. The percentage itself is written past
   // the stream's own conversion: the same text in a third of the time, and a
   // detailed log has one for every operation of every run.
   stream << std::fixed << std::setprecision(2);

@@ -8,8 +8,8 @@
 namespace lumo {
 
 // Writes "12.50% | ": the number with two decimals, right-aligned in 5
-// characters (one more for 100.00). The stream stays in fixed notation with two
-// decimals from then on, which is why the figures of a summary have two
+// characters (more if it is longer). The stream stays in fixed notation with
+// two decimals from then on, which is why the figures of a summary have two
 // decimals once a percentage stands above them.
 void WritePercentField(std::ostream& stream, float percent);
 

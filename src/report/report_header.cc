@@ -4,6 +4,8 @@
 
 #include <flatbuffers/flatbuffers.h>
 
+#include "model/message_grouping.h"
+
 namespace lumo {
 namespace {
 
@@ -41,9 +43,8 @@ bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
          << "---------------Graph Stats----------------\n"
          << "    Total Graph #: " << graph_count << '\n';
   for (std::int32_t i = 0; i < graph_count; ++i) {
-    const auto position = static_cast<flatbuffers::uoffset_t>(i);
-    WriteGraphStats(stream, *root->messages()->Get(position),
-                    prepare_count / graph_count, inference_count / graph_count);
+    WriteGraphStats(stream, MessageAt(*root, i), prepare_count / graph_count,
+                    inference_count / graph_count);
   }
   return true;
 }

@@ -11,7 +11,7 @@
 namespace lumo {
 
 // Writes the header for a log with these numbers of graphs, finalize and
-// execute messages. Returns false, with nothing written, where `root` is null.
+// execute messages. Returns false, with nothing written, if `root` is null.
 //
 // The four texts of the root end at their first zero byte; an absent one is
 // empty. Graph i is described by message i: `graph_count` must not exceed the

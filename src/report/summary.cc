@@ -16,16 +16,17 @@ bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
   if (graph == statistics.end()) {
     return false;
   }
-  const RunStatistics& runs = graph->begin()->second.runs;
-  return runs.warmup_mean >= 0.0F && runs.mean >= 0.0F && runs.stdev >= 0.0F;
+  const RunStatistics& first = graph->begin()->second;
+  return first.warmup_mean >= 0.0F && first.mean >= 0.0F && first.stdev >= 0.0F;
 }
 
-// Writes one of the three figures of every event of a graph.
+// Writes one of the three figures of every event of a graph, in lines like
+// "                name: 600.00 us".
 void WriteFigures(std::ostream& stream, const StatisticsMap& graph,
                   float RunStatistics::*figure) {
   for (const auto& [key, event] : graph) {
-    stream << "                " << key.name << ": " << event.runs.*figure
-           << ' ' << event.unit << '\n';
+    stream << "                " << key.name << ": " << event.*figure << ' '
+           << event.unit << '\n';
   }
 }
 

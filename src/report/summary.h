@@ -11,10 +11,10 @@
 
 namespace lumo {
 
-// Writes the block of warm-up means, means and deviations per graph, and two
-// empty lines behind it. Where the first entry of the list has a figure below 0
-// or not a number, or there is no entry, only the two empty lines. The figures
-// take the notation that the stream is in.
+// Writes the warm-up means, the means and the deviations of each graph, and
+// then two empty lines. Writes only the empty lines if there is no entry, or if
+// a figure of the first one is negative or not a number. The figures take the
+// notation that the stream is in; `num_warmup` only stands in the text.
 void WriteSummary(std::ostream& stream,
                   const std::vector<StatisticsMap>& statistics,
                   std::int32_t num_warmup);
