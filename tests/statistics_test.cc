@@ -42,10 +42,9 @@ TEST(RunStatistics, FollowTheOrderAndPrecisionOfFloats) {
       // A float's sum absorbs each 1; a wider or reordered one would not.
       {{16777216, 1, 1, 1}, 0, {0, 4194304, 8388608}},
       {{1, 1, 16777216}, 2, {1, 16777216, 0}},
-      // A wider sum would give 0.23333333, and 0.15275252.
-      {{0.1F, 0.2F, 0.4F}, 0, {0, 0.23333335F, 0.15275253F}},
-      // Squares and sum fused into one rounding would give 1.6268578.
-      {{5.3F, 4.4F, 7.2F, 7.9F}, 0, {0, 6.2000003F, 1.6268579F}},
+      // A wider sum would give 7.3666668 and 3.0615900; a square and a sum
+      // fused into one rounding, 3.0615900 too.
+      {{8.5F, 3.9F, 9.7F}, 0, {0, 7.3666663F, 3.0615897F}},
       {{3e38F, 3e38F, 1}, 0, {0, inf, inf}},
       {{inf, inf}, 0, {0, inf, kNaN}},
   };
