@@ -23,9 +23,11 @@ install(TARGETS lumo-profile-viewer)
 install(FILES README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(FILES docs/log-format.md DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs")
 install(FILES packaging/copyright DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-# The samples become logs with the schema.
-install(FILES samples/basic.json samples/detailed.json schema/profiling_log.fbs
-        DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+# In the same folders as here, so that the documents' commands find them.
+install(FILES samples/basic.json samples/detailed.json
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}/samples")
+install(FILES schema/profiling_log.fbs
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}/schema")
 lumo_install_compressed("${PROJECT_SOURCE_DIR}/man/lumo-profile-viewer.1"
               lumo-profile-viewer.1 "${CMAKE_INSTALL_MANDIR}/man1")
 configure_file(packaging/changelog.in changelog @ONLY)
@@ -33,16 +35,20 @@ lumo_install_compressed("${PROJECT_BINARY_DIR}/changelog" changelog "${CMAKE_INS
 install(FILES completions/lumo-profile-viewer.bash
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
         RENAME lumo-profile-viewer)
-# zsh looks for what a package brings and for what was built here in two places.
+# zsh looks in one place for what a package brings and in another for what was
+# built here. The prefix is only known when something is installed.
+set(data_dir "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}")
+if(IS_ABSOLUTE "${CMAKE_INSTALL_DATADIR}")
+  set(data_dir "${CMAKE_INSTALL_DATADIR}")
+endif()
 install(CODE "
-  if(CMAKE_INSTALL_PREFIX MATCHES \"/usr$\")
-    set(zsh_dir vendor-completions)
+  if(CMAKE_INSTALL_PREFIX MATCHES \"^(.*/_CPack_Packages/.*)?/usr$\")
+    set(zsh_dir \"${data_dir}/zsh/vendor-completions\")
   else()
-    set(zsh_dir site-functions)
+    set(zsh_dir \"${data_dir}/zsh/site-functions\")
   endif()
-  set(zsh_dir \"${CMAKE_INSTALL_DATADIR}/zsh/\${zsh_dir}\")
   file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_lumo-profile-viewer\"
-    DESTINATION \"\${CMAKE_INSTALL_PREFIX}/\${zsh_dir}\")")
+       DESTINATION \"\${zsh_dir}\")")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "The lumo-profile-viewer maintainers \

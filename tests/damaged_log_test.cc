@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -116,16 +117,23 @@ TEST_F(EveryKind, IsRenderedAsOneLineOnRequest) {
   ProfileViewer viewer;
   ASSERT_TRUE(viewer.AcceptLog(log) && viewer.ReadDataFromLog());
   viewer.output = "/dev/null";
-  viewer.log_text_path = testing::TempDir() + "log_text.txt";
+  viewer.log_text_path = "log_text.txt";
   ASSERT_TRUE(viewer.ExportData());
   std::ifstream file(viewer.log_text_path);
+  std::remove(viewer.log_text_path.c_str());
   std::string text;
   std::getline(file, text);
   EXPECT_TRUE(text.starts_with("{ profiler_api_version: \"2.4.0\", orx_api_"));
   EXPECT_TRUE(text.ends_with("graph_index: 1, events: [  ] } ] }")) << text;
   EXPECT_TRUE(file.peek() == std::ifstream::traits_type::eof());
-  viewer.log_text_path = "/missing/log_text.txt";
-  EXPECT_FALSE(viewer.ExportData());
+
+  ProfileViewer second;
+  ASSERT_TRUE(second.AcceptLog(log) && second.ReadDataFromLog());
+  second.log_text_path = "missing/log_text.txt";
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(second.ExportData());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error in lumo-profile-viewer function at ExportData:314\n");
 }
 
 TEST_F(EveryKind, CutAtEveryLength) {

@@ -4,8 +4,8 @@
 #   run_case.sh PROGRAM FLATC SCHEMA CASE
 #
 # CASE is a folder with args.txt, one argument a line, and what of these it needs:
-# log.json, which becomes log.bin in the folder that the viewer runs in, and what
-# must come out: stdout.txt, stderr.txt (if absent: nothing), status.txt (0) and
+# log.json, which becomes log.bin in the folder that the viewer runs in, or log.bin
+# itself, and what must come out: stdout.txt, stderr.txt (if absent: nothing), status.txt (0) and
 # report.txt (no file of that name). The viewer runs with an empty environment and
 # under its own name, which getopt_long() puts into messages.
 set -euo pipefail
@@ -20,6 +20,7 @@ echo 0 >"$work/want/status.txt"
 for text in stdout stderr status report; do
   [ ! -f "$case/$text.txt" ] || cp "$case/$text.txt" "$work/want/"
 done
+[ ! -f "$case/log.bin" ] || cp "$case/log.bin" "$work/run/"
 [ ! -f "$case/log.json" ] ||
   "$flatc" -b --allow-non-utf8 -o "$work/run" "$schema" "$case/log.json"
 mapfile -t args <"$case/args.txt"

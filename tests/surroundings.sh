@@ -42,9 +42,11 @@ done
 # Root may read anything, so it becomes somebody else first.
 as_user=(env)
 [ "$(id -u)" != 0 ] || as_user=(setpriv --reuid=65534 --clear-groups)
-chmod 0 copy.bin
-expect 1 "$says Cannot open the input file." 'Error at main:339' \
-  "${as_user[@]}" "$program" "$(input copy.bin)"
+chmod 0 copy.bin pipe.bin
+for log in copy.bin pipe.bin; do
+  expect 1 "$says Cannot open the input file." 'Error at main:339' \
+    "${as_user[@]}" "$program" "$(input "$log")"
+done
 chmod 600 copy.bin
 located='Error in lumo-profile-viewer function at ExportData:311
 Error at main:343'

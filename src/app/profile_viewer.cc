@@ -2,11 +2,11 @@
 
 #include "app/profile_viewer.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <system_error>
 #include <utility>
+
+#include <sys/stat.h>
 
 #include "app/console.h"
 #include "log/log_file.h"
@@ -17,6 +17,18 @@
 #include "report/report_header.h"
 
 namespace lumo {
+namespace {
+
+// Returns whether both paths lead to one file, which must exist for that.
+bool IsSameFile(const std::string& a, const std::string& b) {
+  struct stat a_status = {};
+  struct stat b_status = {};
+  return stat(a.c_str(), &a_status) == 0 && stat(b.c_str(), &b_status) == 0 &&
+         a_status.st_dev == b_status.st_dev &&
+         a_status.st_ino == b_status.st_ino;
+}
+
+}  // namespace
 
 bool ProfileViewer::LoadProfilingLog(const std::string& path) {
   std::vector<std::uint8_t> bytes;
@@ -137,11 +149,8 @@ bool ProfileViewer::WriteTextFile(const std::string& path,
                                   const std::string& text) const {
   // The log must survive: a path that leads to it, by whatever name, is
   // refused.
-  std::error_code ignored;  // set if there is no file at `path` yet
-  const bool is_log =
-      std::filesystem::equivalent(path, input_profile_data, ignored);
   std::ofstream file;
-  if (!is_log) {
+  if (!IsSameFile(path, input_profile_data)) {
     file.open(path);
   }
   if (!file.is_open()) {

@@ -7,6 +7,8 @@
 #include <ios>
 #include <system_error>
 
+#include <unistd.h>
+
 #include <flatbuffers/flatbuffers.h>
 
 namespace lumo {
@@ -20,10 +22,11 @@ constexpr std::uint64_t kFirstSizeTooLarge = FLATBUFFERS_MAX_BUFFER_SIZE;
 bool ReadLogFile(const std::string& path, std::vector<std::uint8_t>* bytes) {
   bytes->clear();
 
-  // Opening a named pipe would wait for a writer that may never come.
+  // Opening a named pipe would wait for a writer that may never come, so it is
+  // only asked whether that is allowed.
   std::error_code ignored;
   if (std::filesystem::is_fifo(path, ignored)) {
-    return true;
+    return access(path.c_str(), R_OK) == 0;
   }
 
   std::ifstream file(path, std::ios::in | std::ios::binary);

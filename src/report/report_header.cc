@@ -9,8 +9,8 @@
 namespace lumo {
 namespace {
 
-// The numbers of runs are written as floats: from a million on they have six
-// significant digits.
+// The numbers of runs are written as floats, as in the warning about warm-ups.
+// The notations would differ from a million on, which no verified log reaches.
 void WriteGraphStats(std::ostream& stream, const ProfilingMessage& message,
                      std::int32_t finalizes, std::int32_t executes) {
   stream << "        Graph index: " << message.graph_index() << '\n'
