@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include "model/event_series.h"
-#include "model/op_averages.h"
 #include "model/run_statistics.h"
 #include "model/top_ops.h"
 #include "report/event_listing.h"
@@ -102,24 +101,6 @@ TEST(TopOps, TiesFollowTheHeap) {
     EXPECT_EQ(Select(test.percents, test.topK), test.want)
         << testing::PrintToString(test.percents) << " K " << test.topK;
   }
-}
-
-TEST(OpAverages, SharesAreDividedFirstThenScaled) {
-  const EventSeriesMap nodes = {{{0, "x"}, {"us", {100, 1, 1}}},
-                                {{1, "y"}, {"cycles", {1, 2}}},
-                                {{2, "z"}, {"us", {}}}};
-  std::vector<OpAverageMap> op_averages;
-  std::vector<std::vector<TopOpEntry>> top_ops;
-  AggregateNodeTimes(nodes, 1, &op_averages, &top_ops);
-  AggregateNodeTimes({}, 1, &op_averages, &top_ops);
-  ASSERT_EQ(op_averages.size(), 2U);
-  ASSERT_EQ(top_ops.size(), 2U);
-  EXPECT_EQ(op_averages[0].at({0, "x"}).average, 34.0F);
-  EXPECT_EQ(op_averages[0].at({1, "y"}).percent, 1.5F / 35.5F * 100.0F);
-  EXPECT_EQ(op_averages[0].at({2, "z"}).percent, 0.0F);
-  ASSERT_EQ(top_ops[0].size(), 1U);
-  EXPECT_EQ(top_ops[0][0].name, "x");
-  EXPECT_TRUE(op_averages[1].empty() && top_ops[1].empty());
 }
 
 TEST(NodeId, IsTheFirstRunOfDigitsBehindThePrefix) {
