@@ -7,6 +7,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include <flatbuffers/flatbuffers.h>
@@ -14,6 +15,7 @@
 
 #include "app/profile_viewer.h"
 #include "log/log_file.h"
+#include "model/message_grouping.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -71,6 +73,24 @@ TEST(Limits, ARootTableNeeds12Bytes) {
   EXPECT_NE(VerifyLog(log), nullptr);
   EXPECT_EQ(VerifyLog(Bytes(log.begin(), log.end() - 1)), nullptr);
   EXPECT_EQ(VerifyLog({}), nullptr);
+}
+
+// In a hash set of as many numbers all of these would share a bucket, and
+// counting them would take minutes.
+TEST(Limits, GraphIndicesMayBeChosenToCollide) {
+  std::unordered_set<std::uint64_t> hash_set;
+  for (std::uint64_t i = 0; i < 300000; ++i) {
+    hash_set.insert(i);
+  }
+  flatbuffers::FlatBufferBuilder builder;
+  std::vector<flatbuffers::Offset<ProfilingMessage>> messages;
+  for (const std::uint64_t i : hash_set) {
+    messages.push_back(
+        CreateProfilingMessage(builder, 0, i * hash_set.bucket_count()));
+  }
+  builder.Finish(CreateProfilingLogDirect(builder, "", "", "", "", &messages));
+  const auto* log = GetProfilingLog(builder.GetBufferPointer());
+  EXPECT_EQ(CountGraphs(log->messages()), 300000);
 }
 
 TEST(Damage, AStringWithoutItsEndAndAVectorPastTheEndAreRejected) {

@@ -7,7 +7,6 @@
 #include <cassert>
 #include <cstddef>
 #include <iterator>
-#include <unordered_set>
 
 #include "model/event_unit.h"
 
@@ -102,11 +101,15 @@ std::vector<EventSeriesMap> CollectSeries(
 }  // namespace
 
 std::int32_t CountGraphs(const MessageVector* messages) {
-  std::unordered_set<std::uint64_t> graph_indices;
+  // Sorted, because a log can choose indices that all collide in a hash set.
+  std::vector<std::uint64_t> indices;
+  indices.reserve(VectorLength(messages));
   for (uoffset_t i = 0; i < VectorLength(messages); ++i) {
-    graph_indices.insert(messages->Get(i)->graph_index());
+    indices.push_back(messages->Get(i)->graph_index());
   }
-  return static_cast<std::int32_t>(graph_indices.size());
+  std::sort(indices.begin(), indices.end());
+  return static_cast<std::int32_t>(std::distance(
+      indices.begin(), std::unique(indices.begin(), indices.end())));
 }
 
 std::int32_t CountMessagesWithEventName(const MessageVector* messages,
