@@ -2,8 +2,8 @@
 
 include(GNUInstallDirs)
 
-# lumo_install_compressed(): installs `file` into `destination` as NAME.gz, without a time
-# stamp, so that the same sources give the same bytes.
+# lumo_install_compressed(): installs `file` into `destination` as NAME.gz, without
+# a time stamp, so that the same sources give the same bytes.
 find_program(LUMO_GZIP gzip REQUIRED)
 function(lumo_install_compressed file name destination)
   set(copy "${PROJECT_BINARY_DIR}/compressed/${name}")
@@ -29,9 +29,10 @@ install(FILES samples/basic.json samples/detailed.json
 install(FILES schema/profiling_log.fbs
         DESTINATION "${CMAKE_INSTALL_DOCDIR}/schema")
 lumo_install_compressed("${PROJECT_SOURCE_DIR}/man/lumo-profile-viewer.1"
-              lumo-profile-viewer.1 "${CMAKE_INSTALL_MANDIR}/man1")
+                        lumo-profile-viewer.1 "${CMAKE_INSTALL_MANDIR}/man1")
 configure_file(packaging/changelog.in changelog @ONLY)
-lumo_install_compressed("${PROJECT_BINARY_DIR}/changelog" changelog "${CMAKE_INSTALL_DOCDIR}")
+lumo_install_compressed("${PROJECT_BINARY_DIR}/changelog" changelog
+                        "${CMAKE_INSTALL_DOCDIR}")
 install(FILES completions/lumo-profile-viewer.bash
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
         RENAME lumo-profile-viewer)

@@ -26,7 +26,8 @@ target_include_directories(lumo_schema SYSTEM INTERFACE "${_generated_dir}")
 target_link_libraries(lumo_schema INTERFACE flatbuffers::flatbuffers)
 
 # Makes a binary log from each of the JSON files, as NAME.bin in `directory`, and
-# a target that stands for them all.
+# a target that stands for them all. Sets a variable of the target's name to their
+# paths.
 function(lumo_add_logs target directory)
   set(logs)
   foreach(json IN LISTS ARGN)
@@ -42,4 +43,5 @@ function(lumo_add_logs target directory)
     list(APPEND logs "${directory}/${name}.bin")
   endforeach()
   add_custom_target(${target} ALL DEPENDS ${logs})
+  set(${target} ${logs} PARENT_SCOPE)
 endfunction()

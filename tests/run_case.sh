@@ -5,9 +5,9 @@
 #
 # CASE is a folder with args.txt, one argument a line, and what of these it needs:
 # log.json, which becomes log.bin in the folder that the viewer runs in, or log.bin
-# itself, and what must come out: stdout.txt, stderr.txt (if absent: nothing), status.txt (0) and
-# report.txt (no file of that name). The viewer runs with an empty environment and
-# under its own name, which getopt_long() puts into messages.
+# itself, and what must come out: stdout.txt, stderr.txt (if absent: nothing),
+# status.txt (0) and report.txt (no file of that name). The viewer runs with an
+# empty environment and under its own name, which getopt_long() puts into messages.
 set -euo pipefail
 program=$(realpath "$1") flatc=$2 schema=$3 case=$4
 

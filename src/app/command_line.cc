@@ -56,8 +56,7 @@ void PrintUsage() {
          "profiling output will show in standard output.\n"
          "--topK <topK> \t\t\t\t\t\t\t\t Only used in detailed profiling mode. "
          "Number of events to be printed under Top by Computation Time "
-         "section. "
-         "Default is 5.\n"
+         "section. Default is 5.\n"
          "--num_warmup <num_warmup> \t\t\t\t\t\t Number of "
          "initialization/execution to be counted as warmups. Default is 1."
       << std::endl;

@@ -32,11 +32,11 @@ float SampleDeviation(std::span<const float> values, float mean) {
 }
 
 RunStatistics StatisticsOf(const EventSeries& event, std::size_t num_warmup) {
-  const std::span<const float> warmup(event.values.data(), num_warmup);
-  const std::span<const float> measured =
-      std::span(event.values).subspan(num_warmup);
+  const std::span<const float> values(event.values);
+  const std::span<const float> measured = values.subspan(num_warmup);
   const float mean = Mean(measured);
-  return {Mean(warmup), mean, SampleDeviation(measured, mean), event.unit};
+  return {Mean(values.first(num_warmup)), mean, SampleDeviation(measured, mean),
+          event.unit};
 }
 
 // Returns whether every series has the warm-up runs that it is asked for.
