@@ -4,7 +4,9 @@
 // each at two sizes, a quarter and all.
 
 #include <cstdint>
+#include <iostream>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -20,6 +22,8 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
+const Console kConsole = {std::cout, std::cerr};
+
 // The log of a benchmark's argument, executes per graph, and its size in
 // tables.
 Bytes MakeLog(benchmark::State& state) {
@@ -30,15 +34,16 @@ Bytes MakeLog(benchmark::State& state) {
 
 void Verifier(benchmark::State& state) {
   const Bytes log = MakeLog(state);
+  std::string error;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(VerifyLog(log));
+    benchmark::DoNotOptimize(VerifyLog(log, &error));
   }
 }
 
 void LogText(benchmark::State& state) {
   const Bytes log = MakeLog(state);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(RenderLogText(log));
+    benchmark::DoNotOptimize(LogTextConverter().RenderLogText(log));
   }
 }
 
@@ -46,8 +51,8 @@ void Statistics(benchmark::State& state) {
   const Bytes log = MakeLog(state);
   for (auto _ : state) {
     state.PauseTiming();
-    auto viewer = std::make_unique<ProfileViewer>();
-    viewer->AcceptLog(log);
+    auto viewer = std::make_unique<ProfileViewer>(kConsole);
+    viewer->TakeLog(log);
     state.ResumeTiming();
     benchmark::DoNotOptimize(viewer->ReadDataFromLog());
     state.PauseTiming();
@@ -60,8 +65,8 @@ void Report(benchmark::State& state) {
   const Bytes log = MakeLog(state);
   for (auto _ : state) {
     state.PauseTiming();
-    auto viewer = std::make_unique<ProfileViewer>();
-    viewer->AcceptLog(log);
+    auto viewer = std::make_unique<ProfileViewer>(kConsole);
+    viewer->TakeLog(log);
     viewer->ReadDataFromLog();
     state.ResumeTiming();
     benchmark::DoNotOptimize(viewer->ComposeReport());
@@ -74,13 +79,13 @@ void Report(benchmark::State& state) {
 void WholeRun(benchmark::State& state, Bytes (*make_log)(std::int64_t)) {
   const Bytes log = make_log(state.range(0));
   for (auto _ : state) {
-    ProfileViewer viewer;
-    if (!viewer.AcceptLog(log) || !viewer.ReadDataFromLog()) {
+    ProfileViewer viewer(kConsole);
+    if (!viewer.TakeLog(log) || !viewer.ReadDataFromLog()) {
       state.SkipWithError("no good log");
       break;
     }
     benchmark::DoNotOptimize(viewer.ComposeReport());
-    benchmark::DoNotOptimize(RenderLogText(log));
+    benchmark::DoNotOptimize(LogTextConverter().RenderLogText(log));
   }
 }
 

@@ -1,8 +1,12 @@
 # lumo_schema: the accessors, verifier and type tables of a log, generated from
-# the schema; lumo_add_logs(): binary logs from JSON.
+# the schema; lumo_add_log(): a binary log from JSON.
 
-find_package(FlatBuffers CONFIG QUIET)
-if(NOT TARGET flatbuffers::flatbuffers OR NOT TARGET flatbuffers::flatc)
+# The compiler of this machine and headers, which are the same for every machine:
+# what the library installs for CMake is found for the machine that it was built for
+# only.
+find_program(LUMO_FLATC flatc)
+find_path(LUMO_FLATBUFFERS_INCLUDE flatbuffers/minireflect.h)
+if(NOT LUMO_FLATC OR NOT LUMO_FLATBUFFERS_INCLUDE)
   message(FATAL_ERROR "FlatBuffers is missing. On Debian: "
                       "apt install libflatbuffers-dev flatbuffers-compiler")
 endif()
@@ -13,35 +17,28 @@ set(_generated_header "${_generated_dir}/profiling_log_generated.h")
 
 add_custom_command(
   OUTPUT "${_generated_header}"
-  COMMAND flatbuffers::flatc --cpp --cpp-std c++17 --scoped-enums
+  COMMAND "${LUMO_FLATC}" --cpp --cpp-std c++17 --scoped-enums
           --reflect-names -o "${_generated_dir}" "${LUMO_SCHEMA}"
-  DEPENDS "${LUMO_SCHEMA}" flatbuffers::flatc
+  DEPENDS "${LUMO_SCHEMA}" "${LUMO_FLATC}"
   COMMENT "Generating profiling_log_generated.h"
   VERBATIM)
 add_custom_target(lumo_schema_header DEPENDS "${_generated_header}")
 
 add_library(lumo_schema INTERFACE)
 add_dependencies(lumo_schema lumo_schema_header)
-target_include_directories(lumo_schema SYSTEM INTERFACE "${_generated_dir}")
-target_link_libraries(lumo_schema INTERFACE flatbuffers::flatbuffers)
+target_include_directories(lumo_schema SYSTEM INTERFACE
+  "${_generated_dir}" "${LUMO_FLATBUFFERS_INCLUDE}")
 
-# Makes a binary log from each of the JSON files, as NAME.bin in `directory`, and
-# a target that stands for them all. Sets a variable of the target's name to their
-# paths.
-function(lumo_add_logs target directory)
-  set(logs)
-  foreach(json IN LISTS ARGN)
-    get_filename_component(json "${json}" ABSOLUTE)
-    get_filename_component(name "${json}" NAME_WE)
-    add_custom_command(
-      OUTPUT "${directory}/${name}.bin"
-      COMMAND flatbuffers::flatc --binary -o "${directory}" "${LUMO_SCHEMA}"
-              "${json}"
-      DEPENDS "${json}" "${LUMO_SCHEMA}" flatbuffers::flatc
-      COMMENT "Making ${name}.bin"
-      VERBATIM)
-    list(APPEND logs "${directory}/${name}.bin")
-  endforeach()
-  add_custom_target(${target} ALL DEPENDS ${logs})
-  set(${target} ${logs} PARENT_SCOPE)
+# Makes `directory`/NAME.bin from NAME.json. The caller needs a target that depends
+# on it.
+function(lumo_add_log json directory)
+  get_filename_component(json "${json}" ABSOLUTE)
+  get_filename_component(name "${json}" NAME_WE)
+  add_custom_command(
+    OUTPUT "${directory}/${name}.bin"
+    COMMAND "${LUMO_FLATC}" --binary --allow-non-utf8 -o "${directory}"
+            "${LUMO_SCHEMA}" "${json}"
+    DEPENDS "${json}" "${LUMO_SCHEMA}" "${LUMO_FLATC}"
+    COMMENT "Making ${name}.bin"
+    VERBATIM)
 endfunction()

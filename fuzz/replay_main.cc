@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
 #include "log/log_file.h"
@@ -13,9 +14,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
 
 int main(int argc, char** argv) {
   std::vector<std::uint8_t> input;
+  std::string error;
   for (int i = 1; i < argc; ++i) {
-    if (!lumo::ReadLogFile(argv[i], &input)) {
-      std::fprintf(stderr, "cannot open %s\n", argv[i]);
+    if (!lumo::ReadLogFile(argv[i], &input, &error)) {
+      std::fprintf(stderr, "%s: %s\n", argv[i], error.c_str());
       return EXIT_FAILURE;
     }
     LLVMFuzzerTestOneInput(input.data(), input.size());

@@ -26,7 +26,7 @@ done
 mapfile -t args <"$case/args.txt"
 
 status=0
-(cd "$work/run" && exec -c -a lumo-profile-viewer "$program" "${args[@]}") \
+(cd "$work/run" && exec -c -a "${program##*/}" "$program" "${args[@]}") \
   >"$work/got/stdout.txt" 2>"$work/got/stderr.txt" </dev/null || status=$?
 echo "$status" >"$work/got/status.txt"
 [ ! -f "$work/run/report.txt" ] || mv "$work/run/report.txt" "$work/got/"

@@ -5,12 +5,13 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <iostream>
+#include <ostream>
 #include <string>
 
 #include <getopt.h>
 
 #include "app/console.h"
+#include "model/printable.h"
 
 namespace lumo {
 namespace {
@@ -39,15 +40,16 @@ bool ParseInteger(const char* text, std::int32_t* number) {
   return true;
 }
 
-bool ReportNoInteger(const std::string& name, const std::string& text) {
-  return ReportError("Option " + name + " takes a 32-bit integer, not [" +
-                     text + "].");
+bool ReportNoInteger(const Console& console, const std::string& name,
+                     const std::string& text) {
+  return ReportError(console, "Option " + name +
+                                  " takes a 32-bit integer, not [" +
+                                  Printable(text) + "].");
 }
 
 // Its wording and its tabs are fixed texts.
-void PrintUsage() {
-  std::cout
-      << "options:\n"
+void PrintUsage(std::ostream& out) {
+  out << "options:\n"
          "--help \t\t\t\t\t\t\t\t\t Help\n"
          "--input_profile_data <input profile file> \t\t\t\t A binary input "
          "file that contains profiling result.\n"
@@ -70,34 +72,34 @@ bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
     switch (code) {
       case 'i':
         input_profile_data = optarg;
-        std::cout << "[Profile Viewer] Input profile data: ["
-                  << input_profile_data << "]" << std::endl;
+        console.out << "[Profile Viewer] Input profile data: ["
+                    << input_profile_data << "]" << std::endl;
         break;
       case 'o':
         output = optarg;
-        std::cout << "[Profile Viewer] Output txt file: [" << output << "]"
-                  << std::endl;
+        console.out << "[Profile Viewer] Output txt file: [" << output << "]"
+                    << std::endl;
         break;
       case 'k':
         if (!ParseInteger(optarg, &topK)) {
-          return ReportNoInteger("--topK", optarg);
+          return ReportNoInteger(console, "--topK", optarg);
         }
-        std::cout << "[Profile Viewer] Top K: [" << topK << "]" << std::endl;
+        console.out << "[Profile Viewer] Top K: [" << topK << "]" << std::endl;
         break;
       case 'w':
         if (!ParseInteger(optarg, &num_warmup)) {
-          return ReportNoInteger("--num_warmup", optarg);
+          return ReportNoInteger(console, "--num_warmup", optarg);
         }
-        std::cout << "[Profile Viewer] Number of warmups: [" << num_warmup
-                  << "]" << std::endl;
+        console.out << "[Profile Viewer] Number of warmups: [" << num_warmup
+                    << "]" << std::endl;
         break;
       default:  // --help, and every mistake, which getopt_long() has reported
-        PrintUsage();
+        PrintUsage(console.out);
         std::exit(EXIT_SUCCESS);
     }
   }
   if (input_profile_data.empty()) {
-    return ReportError("Please provide the input_profile_data.");
+    return ReportError(console, "Please provide the input_profile_data.");
   }
   return true;
 }

@@ -2,19 +2,21 @@
 
 #include "app/console.h"
 
-#include <cstdio>
-#include <iostream>
+#include <string>
 
 namespace lumo {
 
-bool ReportError(std::string_view text) {
-  std::cout << "[Profile Viewer] Error: " << text << std::endl;
+bool ReportError(const Console& console, std::string_view text) {
+  console.out << "[Profile Viewer] Error: " << text << std::endl;
   return false;
 }
 
-bool ReportLocation(const char* step, int place) {
-  std::fprintf(stderr, "Error in lumo-profile-viewer function at %s:%d\n", step,
-               place);
+bool ReportLocation(const Console& console, std::string_view step, int number) {
+  // One text, because standard error passes on each piece by itself.
+  const std::string line = "Error in lumo-profile-viewer function at " +
+                           std::string(step) + ":" + std::to_string(number) +
+                           "\n";
+  console.err << line;
   return false;
 }
 

@@ -1,23 +1,24 @@
 // lumo-profile-viewer: prints a profiling log as a readable report.
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <string>
 
 #include "app/profile_viewer.h"
 
 namespace {
 
-// Says on standard error which step failed, by a number that is part of the
-// text and does not move with this file. Returns the exit status.
-int FailAt(int place) {
-  std::fprintf(stderr, "Error at main:%d\n", place);
+// Says on standard error which step failed. The numbers are fixed texts, see
+// ReportLocation(). Returns the exit status.
+int FailAt(int number) {
+  std::cerr << "Error at main:" + std::to_string(number) + "\n";
   return EXIT_FAILURE;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  lumo::ProfileViewer viewer;
+  lumo::ProfileViewer viewer({std::cout, std::cerr});
   if (!viewer.ParseCommandLine(argc, argv)) {
     return FailAt(336);
   }

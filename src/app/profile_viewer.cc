@@ -2,62 +2,60 @@
 
 #include "app/profile_viewer.h"
 
+#include <array>
+#include <filesystem>
 #include <fstream>
-#include <iostream>
+#include <system_error>
 #include <utility>
 
-#include <sys/stat.h>
-
-#include "app/console.h"
 #include "log/log_file.h"
 #include "model/message_grouping.h"
 #include "report/event_listing.h"
-#include "report/log_text.h"
 #include "report/op_sections.h"
 #include "report/report_header.h"
 
 namespace lumo {
-namespace {
 
-// Returns whether both paths lead to one file, which must exist for that.
-bool IsSameFile(const std::string& a, const std::string& b) {
-  struct stat a_status = {};
-  struct stat b_status = {};
-  return stat(a.c_str(), &a_status) == 0 && stat(b.c_str(), &b_status) == 0 &&
-         a_status.st_dev == b_status.st_dev &&
-         a_status.st_ino == b_status.st_ino;
+ProfileViewer::ProfileViewer(const Console& streams) : console(streams) {
+  // Else the stream would drop what memory does not suffice for, and go on.
+  report_stream.exceptions(std::ios::badbit);
 }
-
-}  // namespace
 
 bool ProfileViewer::LoadProfilingLog(const std::string& path) {
   std::vector<std::uint8_t> bytes;
-  if (!ReadLogFile(path, &bytes)) {
-    return ReportError("Cannot open the input file.");
+  std::string error;
+  if (!ReadLogFile(path, &bytes, &error)) {
+    return ReportError(console, error);
   }
-  return AcceptLog(std::move(bytes));
+  return TakeLog(std::move(bytes));
 }
 
-bool ProfileViewer::AcceptLog(std::vector<std::uint8_t> bytes) {
+bool ProfileViewer::TakeLog(std::vector<std::uint8_t> bytes) {
   log_storage = std::move(bytes);
-  root = VerifyLog(log_storage);
+  std::string error;
+  root = VerifyLog(log_storage, &error);
   if (root == nullptr) {
-    return ReportError(
-        "Verify Profiling Log Buffer failed. The buffer might be "
-        "ill-formatted");
+    return ReportError(console, error);
   }
   return true;
 }
 
 bool ProfileViewer::ReadDataFromLog() {
-  if (!CheckMessageCounts()) {
-    return ReportLocation("ReadDataFromLog", 119);
+  std::string error;
+  if (!ComputeResults(&error)) {
+    ReportError(console, error);
+    return ReportLocation(console, "ReadDataFromLog", 119);
+  }
+  return true;
+}
+
+bool ProfileViewer::ComputeResults(std::string* error) {
+  if (!CheckMessageCounts(error)) {
+    return false;
   }
   const std::int32_t execute_end = prepare_count + inference_count;
-  std::string error;
-  if (!CheckGraphIndices(*root, execute_end, graph_count, &error)) {
-    ReportError(error);
-    return ReportLocation("ReadDataFromLog", 119);
+  if (!CheckGraphIndices(*root, execute_end, graph_count, error)) {
+    return false;
   }
   const auto finalize_series =
       CollectEventSeries(*root, 0, prepare_count, graph_count);
@@ -67,11 +65,10 @@ bool ProfileViewer::ReadDataFromLog() {
       CollectNodeSeries(*root, prepare_count, execute_end, graph_count);
   CheckWarmupCount();
   if (!ComputeRunStatistics(finalize_series, num_warmup, &finalize_statistics,
-                            &error) ||
+                            error) ||
       !ComputeRunStatistics(execute_series, num_warmup, &execute_statistics,
-                            &error)) {
-    ReportError(error);
-    return ReportLocation("ReadDataFromLog", 119);
+                            error)) {
+    return false;
   }
   for (const EventSeriesMap& graph : node_series) {
     AggregateNodeTimes(graph, topK, &op_averages, &top_ops);
@@ -79,12 +76,13 @@ bool ProfileViewer::ReadDataFromLog() {
   return true;
 }
 
-bool ProfileViewer::CheckMessageCounts() {
+bool ProfileViewer::CheckMessageCounts(std::string* error) {
   graph_count = CountGraphs(root->messages());
   prepare_count = CountMessagesWithEventName(root->messages(), "(finalize)");
   inference_count = CountMessagesWithEventName(root->messages(), "(execute)");
   if (graph_count < 1 || prepare_count < 1 || inference_count < 1) {
-    return ReportError("Number of graph, prepare, or inference < 1.");
+    *error = "Number of graph, prepare, or inference < 1.";
+    return false;
   }
   return true;
 }
@@ -96,9 +94,9 @@ void ProfileViewer::CheckWarmupCount() {
                                 static_cast<std::uint32_t>(num_warmup));
   if (warmups > inference_count) {
     const std::int32_t executes = inference_count / graph_count;
-    std::cout << "[Profile Viewer] Warning! Number of Warmup: " << num_warmup
-              << " > Number of Execution " << static_cast<float>(executes)
-              << ", reset Number of Warmup to 1." << std::endl;
+    console.out << "[Profile Viewer] Warning! Number of Warmup: " << num_warmup
+                << " > Number of Execution " << static_cast<float>(executes)
+                << ", reset Number of Warmup to 1." << std::endl;
     num_warmup = 1;
   }
 }
@@ -106,21 +104,27 @@ void ProfileViewer::CheckWarmupCount() {
 bool ProfileViewer::ExportData() {
   const std::string report = ComposeReport();
   // Every run renders the log, whether or not its text is wanted.
-  const std::string log_text = RenderLogText(log_storage);
+  const std::string log_text = log_text_converter.RenderLogText(log_storage);
   if (output.empty() && log_text_path.empty()) {
-    std::cout << report;
+    console.out << report;
     return true;
   }
   if (!output.empty() && !WriteTextFile(output, report)) {
-    return ReportLocation("ExportData", 311);
+    return ReportLocation(console, "ExportData", 311);
   }
   if (!log_text_path.empty() && !WriteTextFile(log_text_path, log_text)) {
-    return ReportLocation("ExportData", 314);
+    return ReportLocation(console, "ExportData", 314);
   }
   return true;
 }
 
 std::string ProfileViewer::ComposeReport() {
+  // Room for the report of a usual log, so that its text does not move while it
+  // grows. What is not used of it is never touched and so costs nothing.
+  std::string room;
+  room.reserve(2 * log_storage.size());
+  report_stream.str(std::move(room));
+
   const std::int32_t execute_end = prepare_count + inference_count;
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
                     inference_count);
@@ -141,20 +145,26 @@ void ProfileViewer::WriteSection(const char* heading,
   report_stream << heading << '\n';
   if (!WriteEventData(report_stream, root, statistics, first, end,
                       num_warmup)) {
-    ReportError("Fail to write event data to .txt");
+    ReportError(console, "Fail to write event data to .txt");
   }
 }
 
 bool ProfileViewer::WriteTextFile(const std::string& path,
                                   const std::string& text) const {
+  // The text goes out in one write and needs no buffer. One that the file made
+  // for itself could be what memory does not suffice for, when the older
+  // content is gone already.
+  std::array<char, 1> no_buffer{};
+  std::ofstream file;
+  file.rdbuf()->pubsetbuf(no_buffer.data(), no_buffer.size());
   // The log must survive: a path that leads to it, by whatever name, is
   // refused.
-  std::ofstream file;
-  if (!IsSameFile(path, input_profile_data)) {
+  std::error_code ignored;
+  if (!std::filesystem::equivalent(path, input_profile_data, ignored)) {
     file.open(path);
   }
   if (!file.is_open()) {
-    return ReportError("Failed to create " + path + ".");
+    return ReportError(console, "Failed to create " + path + ".");
   }
   file << text;
   return true;

@@ -8,10 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "app/console.h"
 #include "model/op_averages.h"
 #include "model/run_statistics.h"
 #include "model/top_ops.h"
 #include "profiling_log_generated.h"
+#include "report/log_text.h"
 
 namespace lumo {
 
@@ -20,7 +22,7 @@ namespace lumo {
 // wrong as one line to standard output.
 class ProfileViewer {
  public:
-  ProfileViewer() = default;
+  explicit ProfileViewer(const Console& streams);
   // `root` points into `log_storage`.
   ProfileViewer(const ProfileViewer&) = delete;
   ProfileViewer& operator=(const ProfileViewer&) = delete;
@@ -32,17 +34,18 @@ class ProfileViewer {
   // ends the process with status 0.
   bool ParseCommandLine(int argc, char** argv);
 
-  // Reads and verifies the log at `path`. Returns false if it cannot be opened
-  // or is not a well-formed log.
+  // Takes the content of the file at `path` as the log of this run. Returns
+  // false if the file cannot be opened or is not a well-formed log.
   bool LoadProfilingLog(const std::string& path);
 
-  // The second half of LoadProfilingLog(): takes bytes instead of a file.
-  bool AcceptLog(std::vector<std::uint8_t> bytes);
+  // Takes `bytes` as the log of this run. Returns false if they are not a
+  // well-formed log.
+  bool TakeLog(std::vector<std::uint8_t> bytes);
 
   // Computes everything that the report shows. May lower `num_warmup` to 1.
   // Returns false if the log lacks a kind of message, a message belongs to no
-  // graph, or an event does not have num_warmup runs (nor ever a negative
-  // number of them).
+  // graph, or there are statistics to compute and `num_warmup` is negative or
+  // more than some event has runs.
   bool ReadDataFromLog();
 
   // Writes the report to `output`, or to standard output if that is empty.
@@ -63,8 +66,13 @@ class ProfileViewer {
   std::int32_t num_warmup = 1;
 
  private:
-  // Sets the three counts below. False, with an error line, if one is 0.
-  bool CheckMessageCounts();
+  // The work of ReadDataFromLog(). False, with the reason in `error`, where
+  // that returns false.
+  bool ComputeResults(std::string* error);
+
+  // Sets the three counts below. False, with the reason in `error`, if one is
+  // 0.
+  bool CheckMessageCounts(std::string* error);
 
   // Sets `num_warmup` to 1, with a warning, if there are fewer executes.
   void CheckWarmupCount();
@@ -79,6 +87,8 @@ class ProfileViewer {
   // error line, if that cannot be done or the file is the log.
   bool WriteTextFile(const std::string& path, const std::string& text) const;
 
+  const Console console;
+
   // The bytes of the log, and the root table within them. Every name in the
   // results below points into these bytes too.
   std::vector<std::uint8_t> log_storage;
@@ -88,9 +98,9 @@ class ProfileViewer {
   // what one section sets holds for those after it.
   std::stringstream report_stream;
 
+  LogTextConverter log_text_converter;
+
   // The numbers of different graphs, finalize messages and execute messages.
-  // The finalize messages are those at positions 0 to prepare_count - 1, the
-  // execute messages the inference_count after these, whatever they hold.
   std::int32_t graph_count = 0;
   std::int32_t prepare_count = 0;
   std::int32_t inference_count = 0;

@@ -6,6 +6,13 @@
 
 namespace lumo {
 
+// The compiler would drop infinities and the sign of zero, and add in an order
+// of its own.
+#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) || \
+    (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
+#error "-ffast-math and its parts give other figures: build without them"
+#endif
+
 static_assert(FLT_EVAL_METHOD == 0,
               "the figures are defined by float operations that round at once");
 

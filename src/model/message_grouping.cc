@@ -34,18 +34,15 @@ std::int32_t GraphOf(const ProfilingMessage& message) {
   return static_cast<std::int32_t>(message.graph_index());
 }
 
-// Appends the event's value to its series and returns the place after that
-// series. Runs repeat the same events in the same order: as `expected` for the
-// next event, that place is most often the right one and saves the search.
-EventSeriesMap::iterator AppendValue(const ProfilingEvent& event,
-                                     std::int32_t position,
-                                     EventSeriesMap::iterator expected,
-                                     EventSeriesMap* series) {
-  const auto entry = series->try_emplace(
-      expected, EventKey{position, GetStringView(event.name())},
-      EventSeries{UnitText(event.unit()), {}});
+// Appends the event's value to its series, which its first value makes.
+void AppendValue(const ProfilingEvent& event, std::int32_t position,
+                 EventSeriesMap* series) {
+  const EventKey key = {position, GetStringView(event.name())};
+  const auto [entry, is_new] = series->try_emplace(key);
+  if (is_new) {
+    entry->second.unit = UnitText(event.unit());
+  }
   entry->second.values.push_back(static_cast<float>(event.value()));
-  return std::next(entry);
 }
 
 // Appends the values of the top-level events in microseconds. The others have
@@ -53,12 +50,10 @@ EventSeriesMap::iterator AppendValue(const ProfilingEvent& event,
 void AppendEventValues(const ProfilingMessage& message,
                        EventSeriesMap* series) {
   const auto* const events = message.events();
-  auto expected = series->begin();
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
     const ProfilingEvent& event = *events->Get(j);
     if (event.unit() == ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC) {
-      expected =
-          AppendValue(event, static_cast<std::int32_t>(j), expected, series);
+      AppendValue(event, static_cast<std::int32_t>(j), series);
     }
   }
 }
@@ -71,11 +66,10 @@ void AppendNodeValues(const ProfilingMessage& message, EventSeriesMap* series) {
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
     const auto* const sub_events = events->Get(j)->sub_events();
     std::int32_t ordinal = 0;
-    auto expected = series->begin();
     for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
       const ProfilingEvent& event = *sub_events->Get(k);
       if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-        expected = AppendValue(event, ordinal, expected, series);
+        AppendValue(event, ordinal, series);
         ++ordinal;
       }
     }

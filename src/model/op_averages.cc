@@ -16,8 +16,7 @@ void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
   for (const auto& [key, op] : node_series) {
     const float average = Mean(op.values);
     total += average;
-    averages.emplace_hint(averages.end(), key,
-                          OpAverage{0.0F, average, op.unit});
+    averages.emplace(key, OpAverage{0.0F, average, op.unit});
   }
 
   std::vector<TopOpEntry> entries;

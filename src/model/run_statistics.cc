@@ -7,12 +7,13 @@
 #include <span>
 
 #include "model/mean.h"
+#include "model/printable.h"
 
 namespace lumo {
 namespace {
 
-// One series stands for the list: a log holds either one run or several of
-// everything.
+// The first series of graph 0 alone decides for the whole list, however many
+// values the others have.
 bool HoldsSingleRuns(const std::vector<EventSeriesMap>& series) {
   return !series.empty() && !series.front().empty() &&
          series.front().begin()->second.values.size() == 1;
@@ -52,7 +53,7 @@ bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
       if (event.values.size() < static_cast<std::size_t>(num_warmup)) {
         *error = "Number of Warmup: " + std::to_string(num_warmup) +
                  " > Number of Runs " + std::to_string(event.values.size()) +
-                 " of event [" + std::string(key.name) + "] of graph " +
+                 " of event [" + Printable(key.name) + "] of graph " +
                  std::to_string(graph_position) + ".";
         return false;
       }
@@ -75,11 +76,10 @@ bool ComputeRunStatistics(const std::vector<EventSeriesMap>& series,
   for (const EventSeriesMap& graph : series) {
     StatisticsMap& graph_statistics = statistics->emplace_back();
     for (const auto& [key, event] : graph) {
-      graph_statistics.emplace_hint(
-          graph_statistics.end(), key,
-          single_runs
-              ? RunStatistics{-1.0F, -1.0F, -1.0F, event.unit}
-              : StatisticsOf(event, static_cast<std::size_t>(num_warmup)));
+      graph_statistics.emplace(
+          key, single_runs
+                   ? RunStatistics{-1.0F, -1.0F, -1.0F, event.unit}
+                   : StatisticsOf(event, static_cast<std::size_t>(num_warmup)));
     }
   }
   return true;

@@ -3,16 +3,16 @@
 #include "report/event_listing.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <iterator>
 #include <string>
-#include <system_error>
+#include <string_view>
 
 #include <flatbuffers/flatbuffers.h>
 
 #include "model/event_unit.h"
 #include "model/message_grouping.h"
+#include "model/node_id.h"
 #include "report/percent_field.h"
 #include "report/summary.h"
 
@@ -21,19 +21,6 @@ namespace {
 
 // Indentations are counted in steps of four blanks.
 constexpr std::int32_t kTopLevelDepth = 3;
-
-// As many as the deepest line of a verified log needs: events nest 62 levels
-// deep, so it stands at depth 64. A view of them is written in half the time
-// that std::setw() takes.
-constexpr std::string_view kBlanks =
-    "                                                                "
-    "                                                                "
-    "                                                                "
-    "                                                                ";
-
-void WriteIndentation(std::ostream& stream, std::int32_t depth) {
-  stream << kBlanks.substr(0, static_cast<std::size_t>(depth) * 4);
-}
 
 // Returns the engines of a resource mask in the order of their bits, such as
 // "VPU, TMU, DMA"; bits without an engine add nothing.
@@ -97,7 +84,7 @@ std::size_t CountNodes(const ProfilingEvent& event) {
 // above it, which is 0 for a top-level event.
 void WriteEventTree(std::ostream& stream, const ProfilingEvent& event,
                     std::int32_t depth, std::uint64_t parent_value) {
-  WriteIndentation(stream, depth);
+  stream << std::string(static_cast<std::size_t>(depth) * 4, ' ');
   WriteEventLine(stream, event, parent_value);
   if (flatbuffers::VectorLength(event.sub_events()) == 0) {
     return;
@@ -133,22 +120,6 @@ bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
   }
   WriteSummary(stream, statistics, num_warmup);
   return true;
-}
-
-std::int32_t ParseNodeId(std::string_view name) {
-  constexpr std::string_view kPrefix = "node_id_";
-  if (!name.starts_with(kPrefix) ||
-      name.find(kPrefix, 1) != std::string_view::npos) {
-    return -1;
-  }
-  const std::size_t digits = name.find_first_of("0123456789");
-  if (digits == std::string_view::npos) {
-    return -1;
-  }
-  std::int32_t id = -1;
-  const auto [end, failure] =
-      std::from_chars(name.data() + digits, name.data() + name.size(), id);
-  return failure == std::errc() ? id : -1;
 }
 
 }  // namespace lumo

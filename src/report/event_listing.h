@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <ostream>
-#include <string_view>
 #include <vector>
 
 #include "model/run_statistics.h"
@@ -22,12 +21,6 @@ bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
                     const std::vector<StatisticsMap>& statistics,
                     std::int32_t first, std::int32_t end,
                     std::int32_t num_warmup);
-
-// Returns the number in a name such as "node_id_12:Conv", which begins with
-// "node_id_" and holds this text only once: its first run of decimal digits.
-// Returns -1 if the name is not like that, has no digit, or the number is not a
-// 32-bit signed integer.
-std::int32_t ParseNodeId(std::string_view name);
 
 }  // namespace lumo
 

@@ -9,9 +9,15 @@
 
 namespace lumo {
 
-// Returns every field of the log in `log_storage`, which must have been
-// verified, with the schema's names of fields and enumeration values.
-std::string RenderLogText(const std::vector<std::uint8_t>& log_storage);
+// Renders logs as text. It holds nothing: it stands for the place among the
+// parts of a run that the text of a log comes from.
+class LogTextConverter {
+ public:
+  // Returns every field of the log in `log_storage`, which must have been
+  // verified, with the schema's names of fields and enumeration values: the
+  // text of flatbuffers::FlatBufferToString().
+  std::string RenderLogText(const std::vector<std::uint8_t>& log_storage) const;
+};
 
 }  // namespace lumo
 

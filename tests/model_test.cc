@@ -1,4 +1,4 @@
-// The arithmetic of the report, in tables.
+// Statistics, top lists, node ids and names in messages, in tables.
 
 #include <cmath>
 #include <cstdint>
@@ -10,9 +10,10 @@
 #include <gtest/gtest.h>
 
 #include "model/event_series.h"
+#include "model/node_id.h"
+#include "model/printable.h"
 #include "model/run_statistics.h"
 #include "model/top_ops.h"
-#include "report/event_listing.h"
 
 namespace lumo {
 namespace {
@@ -129,6 +130,14 @@ TEST(NodeId, IsTheFirstRunOfDigitsBehindThePrefix) {
   for (const auto& test : kCases) {
     EXPECT_EQ(ParseNodeId(test.name), test.want) << test.name.substr(0, 40);
   }
+}
+
+TEST(Printable, StaysOnOneLineOf200Bytes) {
+  constexpr std::string_view kText("a\nb\tc\\d\r\0\x1b[0m\x7f\xc3\xa9~", 17);
+  EXPECT_EQ(Printable(kText), "a\\nb\\tc\\\\d\\x0d\\x00\\x1b[0m\\x7f\xc3\xa9~");
+  const std::string longest(200, 'x');
+  EXPECT_EQ(Printable(longest), longest);
+  EXPECT_EQ(Printable(longest + "\n"), longest + "...");
 }
 
 }  // namespace

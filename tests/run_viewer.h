@@ -1,7 +1,7 @@
 // A whole run of the viewer in this process, on bytes instead of a file.
 
-#ifndef LUMO_FUZZ_RUN_VIEWER_H_
-#define LUMO_FUZZ_RUN_VIEWER_H_
+#ifndef LUMO_TESTS_RUN_VIEWER_H_
+#define LUMO_TESTS_RUN_VIEWER_H_
 
 #include <cstdint>
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace lumo {
 
-// Runs every step after the command line and returns what they wrote to
+// Runs every step after the command line and returns what they wrote for
 // standard output: the report or the line that says why there is none, a
 // warning before either. `log` should have no spare capacity, so that a
 // sanitizer sees a read past its end.
@@ -18,4 +18,4 @@ std::string RunViewer(std::vector<std::uint8_t> log, std::int32_t topK,
 
 }  // namespace lumo
 
-#endif  // LUMO_FUZZ_RUN_VIEWER_H_
+#endif  // LUMO_TESTS_RUN_VIEWER_H_

@@ -1,0 +1,28 @@
+// library_run: the part of a run that is the library's, as a program: reads the
+// log named, verifies it and has the library render it as text. Prints how long
+// that text is.
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <flatbuffers/minireflect.h>
+
+#include "log/log_file.h"
+#include "profiling_log_generated.h"
+
+int main(int argc, char** argv) {
+  std::vector<std::uint8_t> log;
+  std::string error;
+  if (argc != 2 || !lumo::ReadLogFile(argv[1], &log, &error) ||
+      lumo::VerifyLog(log, &error) == nullptr) {
+    std::fprintf(stderr, "usage: library_run LOG\n%s\n", error.c_str());
+    return EXIT_FAILURE;
+  }
+  const std::string text = flatbuffers::FlatBufferToString(
+      log.data(), lumo::ProfilingLogTypeTable());
+  std::printf("%zu\n", text.size());
+  return EXIT_SUCCESS;
+}

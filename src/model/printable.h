@@ -1,0 +1,19 @@
+// Foreign text inside a message of one line.
+
+#ifndef LUMO_MODEL_PRINTABLE_H_
+#define LUMO_MODEL_PRINTABLE_H_
+
+#include <string>
+#include <string_view>
+
+namespace lumo {
+
+// Returns `text` so that it neither ends a line nor reaches a terminal as a
+// command: the backslash and the bytes below 0x20 and of 0x7f as \\, \n, \t or
+// \x1b (two lower-case digits), all others as they are. Of a text longer than
+// 200 bytes only the first 200 are taken, with "..." after them.
+std::string Printable(std::string_view text);
+
+}  // namespace lumo
+
+#endif  // LUMO_MODEL_PRINTABLE_H_
