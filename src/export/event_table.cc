@@ -1,0 +1,128 @@
+// The columns of a message, and the walk that gives each event its row.
+
+#include "export/event_table.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <flatbuffers/flatbuffers.h>
+
+#include "model/event_unit.h"
+#include "model/message_grouping.h"
+#include "model/node_id.h"
+
+namespace lumo {
+namespace {
+
+using EventVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingEvent>>;
+
+constexpr std::string_view kColumns =
+    "message,kind,graph_index,run,backend,timestamp,event,parent,level,"
+    "position,name,type,value,unit,node_id\n";
+
+bool NeedsQuotes(char c) {
+  return c == ',' || c == '"' || c == '\r' || c == '\n';
+}
+
+// Appends `field`, quoted where a reader would take it for several otherwise. A
+// quote inside it is doubled.
+void AppendField(std::string_view field, std::string* row) {
+  if (std::none_of(field.begin(), field.end(), NeedsQuotes)) {
+    *row += field;
+    return;
+  }
+  *row += '"';
+  for (const char c : field) {
+    *row += c;
+    if (c == '"') {
+      *row += '"';
+    }
+  }
+  *row += '"';
+}
+
+// The name of the number in the schema, or the number.
+void AppendType(ProfileEventType type, std::string* row) {
+  const std::string_view name = EnumNameProfileEventType(type);
+  if (name.empty()) {
+    *row += std::to_string(static_cast<std::uint32_t>(type));
+  } else {
+    *row += name;
+  }
+}
+
+// What the rows of one message share, and how far the table is.
+struct Table {
+  std::ostream& stream;
+  // The columns before `event`, each with its comma.
+  std::string message_columns;
+  // The number of rows written: the number of the next event.
+  std::uint64_t rows = 0;
+  // The row that is being composed, which goes out in one piece: a sixth of a
+  // whole run less than column by column.
+  std::string row;
+};
+
+// Writes the rows of `events`, which may be null, and of all below them.
+// `parent` is the number of the event that they are in; empty at the top level,
+// which is level 0.
+void WriteEvents(const EventVector* events, const std::string& parent,
+                 int level, Table* table) {
+  for (flatbuffers::uoffset_t i = 0; i < flatbuffers::VectorLength(events);
+       ++i) {
+    const ProfilingEvent& event = *events->Get(i);
+    const std::string_view name = flatbuffers::GetStringView(event.name());
+    const std::string number = std::to_string(table->rows++);
+    std::string& row = table->row;
+    row = table->message_columns;
+    row += number + ',' + parent + ',' + std::to_string(level) + ',' +
+           std::to_string(i) + ',';
+    AppendField(name, &row);
+    row += ',';
+    AppendType(event.type(), &row);
+    row += ',' + std::to_string(event.value()) + ',';
+    row += UnitText(event.unit());
+    row += ',';
+    if (const std::int32_t node_id = ParseNodeId(name); node_id != -1) {
+      row += std::to_string(node_id);
+    }
+    row += '\n';
+    table->stream << row;
+    WriteEvents(event.sub_events(), number, level + 1, table);
+  }
+}
+
+}  // namespace
+
+void WriteEventTable(std::ostream& stream, const ProfilingLog& log) {
+  stream << kColumns;
+  const std::int32_t finalize_end =
+      CountMessagesWithEventName(log.messages(), "(finalize)");
+  const std::int32_t execute_end =
+      finalize_end + CountMessagesWithEventName(log.messages(), "(execute)");
+  // The messages so far of each kind and graph. A tree, because a log can
+  // choose graph indices that all collide in a hash table.
+  std::map<std::pair<std::string_view, std::uint64_t>, std::uint64_t> runs;
+  Table table = {stream, "", 0, ""};
+  const std::int32_t stop = ClipToMessages(log, INT32_MAX);
+  for (std::int32_t i = 0; i < stop; ++i) {
+    const ProfilingMessage& message = MessageAt(log, i);
+    std::string_view kind;
+    std::string run;
+    if (i < execute_end) {
+      kind = i < finalize_end ? "finalize" : "execute";
+      run = std::to_string(runs[{kind, message.graph_index()}]++);
+    }
+    table.message_columns = std::to_string(i) + ',' + std::string(kind) + ',' +
+                            std::to_string(message.graph_index()) + ',' + run +
+                            ',' + EnumNameBackendId(message.delegate_type()) +
+                            ',' + std::to_string(message.timestamp()) + ',';
+    WriteEvents(message.events(), "", 0, &table);
+  }
+}
+
+}  // namespace lumo
