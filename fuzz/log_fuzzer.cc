@@ -1,12 +1,15 @@
-// Fuzz target: a whole run on an arbitrary log. The last two bytes are also the
-// options, -128 to 127 each.
+// Fuzz target: a whole run of the viewer on an arbitrary log, and the table of
+// its events. The last two bytes are also the viewer's options, -128 to 127
+// each.
 
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 #include <vector>
 
 #include <flatbuffers/flatbuffers.h>
 
+#include "export/event_table.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -19,14 +22,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   constexpr flatbuffers::uoffset_t kMaxTables = 2000;
   flatbuffers::Verifier small(data, size, kMaxDepth, kMaxTables);
   flatbuffers::Verifier any(data, size);
-  if (lumo::VerifyProfilingLogBuffer(any) &&
-      !lumo::VerifyProfilingLogBuffer(small)) {
+  const bool is_good = lumo::VerifyProfilingLogBuffer(any);
+  if (is_good && !lumo::VerifyProfilingLogBuffer(small)) {
     return 0;
   }
   const int topK = size < 2 ? 5 : static_cast<std::int8_t>(data[size - 2]);
   const int num_warmup =
       size < 2 ? 1 : static_cast<std::int8_t>(data[size - 1]);
-  lumo::RunViewer(std::vector<std::uint8_t>(data, data + size), topK,
-                  num_warmup);
+  const std::vector<std::uint8_t> log(data, data + size);
+  lumo::RunViewer(log, topK, num_warmup);
+  if (is_good) {
+    std::ostringstream table;
+    lumo::WriteEventTable(table, *lumo::GetProfilingLog(log.data()));
+  }
   return 0;
 }
