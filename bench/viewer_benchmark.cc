@@ -1,7 +1,6 @@
-// Times the library's work and ours on the same logs: what every run must pay
-// for verification and the text of the log, against grouping with statistics
-// and against composing the report. And whole runs on logs of extreme shapes,
-// each at two sizes, a quarter and all.
+// Times the steps of a run on the same logs: verification, grouping with
+// statistics, composing the report, rendering the log as text. And whole runs
+// on logs of extreme shapes, each at two sizes, a quarter and all.
 
 #include <cstdint>
 #include <iostream>
