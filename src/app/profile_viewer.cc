@@ -93,9 +93,8 @@ void ProfileViewer::CheckWarmupCount() {
       static_cast<std::int32_t>(static_cast<std::uint32_t>(graph_count) *
                                 static_cast<std::uint32_t>(num_warmup));
   if (warmups > inference_count) {
-    const std::int32_t executes = inference_count / graph_count;
     console.out << "[Profile Viewer] Warning! Number of Warmup: " << num_warmup
-                << " > Number of Execution " << static_cast<float>(executes)
+                << " > Number of Execution " << inference_count / graph_count
                 << ", reset Number of Warmup to 1." << std::endl;
     num_warmup = 1;
   }

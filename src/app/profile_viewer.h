@@ -100,7 +100,8 @@ class ProfileViewer {
 
   LogTextConverter log_text_converter;
 
-  // The numbers of different graphs, finalize messages and execute messages.
+  // The numbers of different graphs, finalize messages and execute messages;
+  // for which messages these are, see message_grouping.h.
   std::int32_t graph_count = 0;
   std::int32_t prepare_count = 0;
   std::int32_t inference_count = 0;

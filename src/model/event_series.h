@@ -14,8 +14,9 @@ namespace lumo {
 // Identifies one event across the runs of a graph. Keys are ordered by
 // position, then by the bytes of the name.
 struct EventKey {
-  // The event's index in its message; for operations, their ordinal among the
-  // node events under one top-level event. From 0.
+  // The event's index in its message, counted over events of all units; for
+  // operations, their ordinal among the node events under one top-level event.
+  // From 0.
   std::int32_t position;
   // Points into the log and lives as long as the log's bytes do.
   std::string_view name;

@@ -46,7 +46,7 @@ void AppendValue(const ProfilingEvent& event, std::int32_t position,
 }
 
 // Appends the values of the top-level events in microseconds. The others have
-// no series, but keep their positions.
+// no series, but take a position too.
 void AppendEventValues(const ProfilingMessage& message,
                        EventSeriesMap* series) {
   const auto* const events = message.events();
@@ -58,9 +58,8 @@ void AppendEventValues(const ProfilingMessage& message,
   }
 }
 
-// Appends the values of the node events directly under the top-level events.
-// Their positions are counted anew under each of these, and only node events
-// count.
+// Appends the values of the node events directly under the top-level events,
+// at the positions that EventKey describes.
 void AppendNodeValues(const ProfilingMessage& message, EventSeriesMap* series) {
   const auto* const events = message.events();
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {

@@ -1,5 +1,11 @@
 // From the messages of a verified log to counts and per-graph series.
 //
+// With F messages that have an event named "(finalize)" and E that have one
+// named
+// "(execute)", the finalize messages are those at positions 0 to F - 1 and the
+// execute messages the E after these, whatever they hold: a writer puts them in
+// that order.
+//
 // An absent vector counts as an empty one here, and an absent name as an empty
 // name.
 

@@ -9,17 +9,13 @@
 namespace lumo {
 namespace {
 
-// The numbers of runs are written as floats, as in the warning about warm-ups.
-// The notations would differ from a million on, which no verified log reaches.
 void WriteGraphStats(std::ostream& stream, const ProfilingMessage& message,
                      std::int32_t finalizes, std::int32_t executes) {
   stream << "        Graph index: " << message.graph_index() << '\n'
          << "            Backend type: "
          << EnumNameBackendId(message.delegate_type()) << '\n'
-         << "            Number of Finalize: " << static_cast<float>(finalizes)
-         << '\n'
-         << "            Number of Execute: " << static_cast<float>(executes)
-         << '\n'
+         << "            Number of Finalize: " << finalizes << '\n'
+         << "            Number of Execute: " << executes << '\n'
          << '\n';
 }
 
