@@ -1,0 +1,18 @@
+# What `cmake --install` puts where, all of it as it is in the tree.
+
+include(GNUInstallDirs)
+set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
+    CACHE STRING "Where zsh looks for completions, mostly below the prefix")
+
+foreach(program IN ITEMS lumo-profile-viewer)
+  install(TARGETS ${program})
+  install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES completions/${program}.bash RENAME ${program}
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+  install(FILES completions/_${program}
+          DESTINATION "${LUMO_ZSH_COMPLETIONS_DIR}")
+endforeach()
+
+install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+# In the same folders as here, so that the documents' commands find them.
+install(DIRECTORY docs samples schema DESTINATION "${CMAKE_INSTALL_DOCDIR}")
