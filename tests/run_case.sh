@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
-# Runs the viewer on one case and compares everything it leaves behind.
+# Runs a program on one case and compares everything it leaves behind.
 #
 #   run_case.sh PROGRAM FLATC SCHEMA CASE
 #
 # CASE is a folder with args.txt, one argument a line, and what of these it needs:
-# log.json, which becomes log.bin in the folder that the viewer runs in, or log.bin
+# log.json, which becomes log.bin in the folder that the program runs in, or log.bin
 # itself, and what must come out: stdout.txt, stderr.txt (if absent: nothing),
-# status.txt (0) and report.txt (no file of that name). The viewer runs with an
-# empty environment and under its own name, which getopt_long() puts into messages.
+# status.txt (0), report.txt and table.csv (no file of that name). The program runs
+# with an empty environment and under its own name, which getopt_long() puts into
+# messages.
 set -euo pipefail
 program=$(realpath "$1") flatc=$2 schema=$3 case=$4
 
@@ -17,8 +18,8 @@ mkdir "$work/run" "$work/want" "$work/got"
 
 touch "$work/want/stdout.txt" "$work/want/stderr.txt"
 echo 0 >"$work/want/status.txt"
-for text in stdout stderr status report; do
-  [ ! -f "$case/$text.txt" ] || cp "$case/$text.txt" "$work/want/"
+for text in stdout.txt stderr.txt status.txt report.txt table.csv; do
+  [ ! -f "$case/$text" ] || cp "$case/$text" "$work/want/"
 done
 [ ! -f "$case/log.bin" ] || cp "$case/log.bin" "$work/run/"
 [ ! -f "$case/log.json" ] ||
@@ -29,6 +30,6 @@ status=0
 (cd "$work/run" && exec -c -a "${program##*/}" "$program" "${args[@]}") \
   >"$work/got/stdout.txt" 2>"$work/got/stderr.txt" </dev/null || status=$?
 echo "$status" >"$work/got/status.txt"
-[ ! -f "$work/run/report.txt" ] || mv "$work/run/report.txt" "$work/got/"
+mv "$work/run"/{report.txt,table.csv} "$work/got/" 2>/dev/null || true  # what there is
 
 cd "$work" && diff -a -u -r -N want got
