@@ -56,7 +56,10 @@ std::optional<int> ParseExportOptions(int argc, char** argv,
                                       ExportOptions* options) {
   opterr = 0;  // the messages are ours: one line each, whatever the arguments
   int code = 0;
-  while ((code = getopt_long(argc, argv, ":", kOptions, nullptr)) != -1) {
+  // Where the word that is looked at stands. "+" keeps it there: no word is
+  // moved behind the options, since there is no other to wait for.
+  int word = optind;
+  while ((code = getopt_long(argc, argv, "+:", kOptions, nullptr)) != -1) {
     switch (code) {
       case 'i':
         options->input_profile_data = optarg;
@@ -69,10 +72,11 @@ std::optional<int> ParseExportOptions(int argc, char** argv,
       case 'v':
         return Print(kVersion);
       case ':':
-        return Reject(Printable(argv[optind - 1]) + " requires an argument");
+        return Reject(Printable(argv[word]) + " requires an argument");
       default:
-        return Reject(Printable(argv[optind - 1]) + " is not an option");
+        return Reject(Printable(argv[word]) + " is not an option");
     }
+    word = optind;
   }
   if (optind < argc) {
     return Reject(Printable(argv[optind]) + " is not an option");
