@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# Runs the viewer where files, folders and streams are not as they should be.
+# Runs the viewer, and the exporter that stands beside it, where files, folders and
+# streams are not as they should be.
 #
-#   surroundings.sh PROGRAM LOG
+#   surroundings.sh VIEWER LOG
 set -u
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp "$1" "$work/viewer" && cp "$2" "$work/log.bin" && cd "$work" || exit 1
+cp "$1" "$work/viewer" && cp "${1%/*}/lumo-profile-export" "$work/export" &&
+  cp "$2" "$work/log.bin" && cd "$work" || exit 1
 chmod 755 .
 program=./viewer
 mkdir folder
@@ -13,6 +15,7 @@ mkdir folder
 mkfifo pipe.bin
 truncate -s 2147483647 huge.bin
 cp log.bin copy.bin && ln log.bin hard.bin && ln -s ../"${work##*/}"/log.bin soft.bin
+printf '\10\0\0\0\4\0\4\0\4\0\0\0' >no_messages.bin
 printf 'older and longer\n%.0s' {1..9999} >old.txt
 failed=0
 
@@ -31,9 +34,12 @@ expect() {
 
 input() { printf -- '--input_profile_data=%s' "$1"; }
 says='[Profile Viewer] Error:'
+no_log='Verify Profiling Log Buffer failed. The buffer might be ill-formatted'
 for log in folder empty.bin pipe.bin huge.bin /dev/null /dev/zero; do
-  expect 1 "$says Verify Profiling Log Buffer failed. The buffer might be ill-formatted" \
-    'Error at main:339' "$program" "$(input "$log")"
+  expect 1 "$says $no_log" 'Error at main:339' "$program" "$(input "$log")"
+  # The older file keeps what it holds, which is compared at the end.
+  expect 1 '' "lumo-profile-export: $log: $no_log" \
+    ./export "$(input "$log")" --output copy.bin
 done
 for log in missing.bin missing/log.bin log.bin/; do
   expect 1 "$says Cannot open the input file." 'Error at main:339' \
@@ -66,6 +72,24 @@ expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
   expect 0 '' '' bash -c '"$0" "$@" >&-' "$program" "$(input log.bin)" --output new.txt
   expect 1 '' '' bash -c '"$0" "$@" >&- 2>&-' "$program" "$(input missing.bin)"
 }
+
+# The exporter looks at errors while writing, also where all waits in a buffer until
+# the end, and knows the log by whatever name it stands for the table.
+exports() { expect "$1" '' "$2" bash -c "exec ./export $(input "$3") $4"; }
+whole='lumo-profile-export: standard output: cannot be written whole'
+for log in log.bin no_messages.bin; do
+  exports 1 "$whole" "$log" '>/dev/full'
+  exports 1 "$whole" "$log" '>&-'
+done
+for into in --output={log.bin,./folder/../log.bin,hard.bin,soft.bin} \
+  {,--output=/dev/stdout}' >>log.bin'; do
+  exports 1 'lumo-profile-export: log.bin: the table would go into the log itself' \
+    log.bin "$into"
+done
+# A pipe that nobody reads any more ends it, even if the signal is ignored.
+expect 141 '' '' bash -c "trap '' PIPE; exec 3> >(:); wait \$!
+  exec ./export $(input log.bin) >&3"
+
 expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
   "$program" "$(input log.bin)" --output old.txt
 "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt && cmp old.txt new.txt &&
