@@ -79,8 +79,9 @@ void WriteEvents(const EventVector* events, const std::string& parent,
     const std::string number = std::to_string(table->rows++);
     std::string& row = table->row;
     row = table->message_columns;
-    row += number + ',' + parent + ',' + std::to_string(level) + ',' +
-           std::to_string(i) + ',';
+    row += number + ',';
+    row += parent + ',';
+    row += std::to_string(level) + ',' + std::to_string(i) + ',';
     AppendField(name, &row);
     row += ',';
     AppendType(event.type(), &row);
