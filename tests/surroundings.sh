@@ -74,12 +74,14 @@ expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
 }
 
 # The exporter looks at errors while writing, also where all waits in a buffer until
-# the end, and knows the log by whatever name it stands for the table.
+# the end, replaces an older table, the first of two here, and knows the log by whatever
+# name it stands for the table.
 exports() { expect "$1" '' "$2" bash -c "exec ./export $(input "$3") $4"; }
 whole='lumo-profile-export: standard output: cannot be written whole'
 for log in log.bin no_messages.bin; do
   exports 1 "$whole" "$log" '>/dev/full'
   exports 1 "$whole" "$log" '>&-'
+  exports 0 '' "$log" --output=table.csv
 done
 for into in --output={log.bin,./folder/../log.bin,hard.bin,soft.bin} \
   {,--output=/dev/stdout}' >>log.bin'; do
@@ -93,5 +95,5 @@ expect 141 '' '' bash -c "trap '' PIPE; exec 3> >(:); wait \$!
 expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
   "$program" "$(input log.bin)" --output old.txt
 "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt && cmp old.txt new.txt &&
-  cmp log.bin copy.bin || failed=1
+  cmp log.bin copy.bin && [ "$(wc -l <table.csv)" = 1 ] || failed=1
 exit "$failed"
