@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
     CACHE STRING "Where zsh looks for completions, mostly below the prefix")
 
-foreach(program IN ITEMS lumo-profile-viewer)
+foreach(program IN ITEMS lumo-profile-viewer lumo-profile-export)
   install(TARGETS ${program})
   install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   install(FILES completions/${program}.bash RENAME ${program}
