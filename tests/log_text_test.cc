@@ -2,10 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -21,63 +19,24 @@
 namespace lumo {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
-// Returns a log with every number that the enumerations name, some that they do
-// not, and the largest numbers.
-Bytes MakeLogOfNumbers() {
-  constexpr auto kLargest = std::numeric_limits<std::uint64_t>::max();
-  flatbuffers::FlatBufferBuilder builder;
-  std::vector<flatbuffers::Offset<ProfilingEvent>> events;
-  for (const ProfileEventType type : EnumValuesProfileEventType()) {
-    events.push_back(CreateProfilingEvent(builder, 0, type));
-  }
-  for (const ProfileEventUnit unit : EnumValuesProfileEventUnit()) {
-    events.push_back(
-        CreateProfilingEvent(builder, 0, {}, kLargest - events.size(), unit));
-  }
-  for (const std::uint32_t unnamed : {5U, 401U, 4294967295U}) {
-    events.push_back(CreateProfilingEventDirect(
-        builder, "\"\\\n\x01\xc3\xa9", ProfileEventType{unnamed}, kLargest / 10,
-        ProfileEventUnit{unnamed}));
-  }
-  std::vector<flatbuffers::Offset<ProfilingMessage>> messages;
-  for (const std::uint32_t backend :
-       {0U, 1U, 3U, 4U, 5U, 6U, 7U, 4294967295U}) {
-    messages.push_back(CreateProfilingMessageDirect(
-        builder, kLargest, kLargest, BackendId{backend}, &events));
-  }
-  builder.Finish(CreateProfilingLogDirect(builder, "", nullptr, "2.4.0",
-                                          "2026-03-04", &messages));
-  return {builder.GetBufferPointer(),
-          builder.GetBufferPointer() + builder.GetSize()};
-}
-
-void ExpectTheLibrarysText(const Bytes& log) {
-  std::string error;
-  if (VerifyLog(log, &error) != nullptr) {
-    EXPECT_EQ(
-        LogTextConverter().RenderLogText(log),
-        flatbuffers::FlatBufferToString(log.data(), ProfilingLogTypeTable()));
-  }
-}
-
+// The logs of all cases: both samples, every number that has a name, numbers
+// that have none, the largest numbers, and characters that are escaped.
 TEST(LogText, IsTheLibrarys) {
-  const Bytes numbers = MakeLogOfNumbers();
-  std::string error;
-  ASSERT_NE(VerifyLog(numbers, &error), nullptr);
-  ExpectTheLibrarysText(numbers);
-  std::size_t logs = 0;
+  std::size_t good_logs = 0;
   for (const auto& entry :
        std::filesystem::recursive_directory_iterator(LUMO_CASE_LOGS)) {
-    Bytes log;
-    if (entry.is_regular_file() && ReadLogFile(entry.path(), &log, &error)) {
-      SCOPED_TRACE(entry.path());
-      ExpectTheLibrarysText(log);
-      ++logs;
+    std::vector<std::uint8_t> log;
+    std::string error;
+    if (entry.is_regular_file() && ReadLogFile(entry.path(), &log, &error) &&
+        VerifyLog(log, &error) != nullptr) {
+      EXPECT_EQ(
+          LogTextConverter().RenderLogText(log),
+          flatbuffers::FlatBufferToString(log.data(), ProfilingLogTypeTable()))
+          << entry.path();
+      ++good_logs;
     }
   }
-  EXPECT_GT(logs, 40U);
+  EXPECT_GT(good_logs, 40U);
 }
 
 TEST(LogText, IsWrittenAsOneLineOnRequest) {
@@ -89,13 +48,11 @@ TEST(LogText, IsWrittenAsOneLineOnRequest) {
   viewer.output = "/dev/null";
   viewer.log_text_path = "log_text.txt";
   ASSERT_TRUE(viewer.ExportData());
-  std::ifstream file(viewer.log_text_path);
-  std::remove(viewer.log_text_path.c_str());
-  std::string text;
-  std::getline(file, text);
-  EXPECT_TRUE(text.starts_with("{ profiler_api_version: \"2.4.0\", orx_api_"));
-  EXPECT_TRUE(text.ends_with("graph_index: 1, events: [  ] } ] }")) << text;
-  EXPECT_TRUE(file.peek() == std::ifstream::traits_type::eof());
+  std::ostringstream text;
+  text << std::ifstream(viewer.log_text_path).rdbuf();
+  std::filesystem::remove(viewer.log_text_path);
+  EXPECT_TRUE(text.str().starts_with("{ profiler_api_version: \"2.4.0\", o"));
+  EXPECT_TRUE(text.str().ends_with("graph_index: 1, events: [  ] } ] }"));
   EXPECT_EQ(out.str() + err.str(), "");
 
   viewer.output.clear();
