@@ -55,9 +55,11 @@ TEST(LogText, IsWrittenAsOneLineOnRequest) {
   EXPECT_TRUE(text.str().ends_with("graph_index: 1, events: [  ] } ] }"));
   EXPECT_EQ(out.str() + err.str(), "");
 
-  viewer.output.clear();
-  viewer.log_text_path = "missing/log_text.txt";
-  EXPECT_FALSE(viewer.ExportData());
+  ProfileViewer second({out, err});
+  ASSERT_TRUE(second.LoadProfilingLog(LUMO_CASE_LOGS "/every_kind/log.bin") &&
+              second.ReadDataFromLog());
+  second.log_text_path = "missing/log_text.txt";
+  EXPECT_FALSE(second.ExportData());
   EXPECT_EQ(out.str(),
             "[Profile Viewer] Error: Failed to create missing/log_text.txt.\n");
   EXPECT_EQ(err.str(),

@@ -32,4 +32,4 @@ status=0
 echo "$status" >"$work/got/status.txt"
 mv "$work/run"/{report.txt,table.csv} "$work/got/" 2>/dev/null || true  # what there is
 
-cd "$work" && diff -a -u -r -N want got
+cd "$work" && diff -a -u -r want got

@@ -63,7 +63,7 @@ done
 expect 1 "$says Failed to create log.bin." "$located" \
   "$program" "$(input soft.bin)" --output log.bin
 # Errors while writing are not looked at; neither are streams that are closed.
-# What the second run with a closed stream wrote is compared at the end.
+# What the run with only standard output closed wrote is compared at the end.
 expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
   "$program" "$(input log.bin)" --output /dev/full
 # shellcheck disable=SC2016 # $0 and $@ are the inner shell's.

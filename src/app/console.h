@@ -8,7 +8,8 @@
 
 namespace lumo {
 
-// The two streams of a run, which must outlive it. Each line is flushed.
+// The two streams of a run, which must outlive it. Each line to `out` is
+// flushed; the report is not.
 struct Console {
   // Standard output: echoed options, a warning, errors and, where no file is
   // named for it, the report.

@@ -22,6 +22,8 @@ namespace lumo {
 // wrong as one line to standard output.
 class ProfileViewer {
  public:
+  // The streams must outlive the viewer. A report that memory does not suffice
+  // for ends the process: it is never cut.
   explicit ProfileViewer(const Console& streams);
   // `root` points into `log_storage`.
   ProfileViewer(const ProfileViewer&) = delete;
@@ -53,8 +55,8 @@ class ProfileViewer {
   // the text could be written is not known.
   bool ExportData();
 
-  // Returns the report: the part of ExportData() before anything is written. To
-  // be called once.
+  // Returns the report that ExportData() writes. To be called once, and not
+  // with ExportData().
   std::string ComposeReport();
 
   // The options, as --help explains them. No option sets `log_text_path`, where
@@ -66,8 +68,8 @@ class ProfileViewer {
   std::int32_t num_warmup = 1;
 
  private:
-  // The work of ReadDataFromLog(). False, with the reason in `error`, where
-  // that returns false.
+  // Sets the counts and the four results below. False, with the reason in
+  // `error`, where ReadDataFromLog() returns false.
   bool ComputeResults(std::string* error);
 
   // Sets the three counts below. False, with the reason in `error`, if one is
@@ -84,7 +86,7 @@ class ProfileViewer {
                     std::int32_t first, std::int32_t end);
 
   // Creates or truncates the file at `path` and writes `text`. False, with an
-  // error line, if that cannot be done or the file is the log.
+  // error line, if the file cannot be created or is the log.
   bool WriteTextFile(const std::string& path, const std::string& text) const;
 
   const Console console;

@@ -56,8 +56,8 @@ std::optional<int> ParseExportOptions(int argc, char** argv,
                                       ExportOptions* options) {
   opterr = 0;  // the messages are ours: one line each, whatever the arguments
   int code = 0;
-  // Where the word that is looked at stands. "+" keeps it there: no word is
-  // moved behind the options, since there is no other to wait for.
+  // Where the word that getopt_long() looks at stands; the "+" forbids it to
+  // move words.
   int word = optind;
   while ((code = getopt_long(argc, argv, "+:", kOptions, nullptr)) != -1) {
     switch (code) {

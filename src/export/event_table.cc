@@ -7,7 +7,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include <flatbuffers/flatbuffers.h>
 
@@ -102,21 +101,24 @@ void WriteEvents(const EventVector* events, const std::string& parent,
 void WriteEventTable(std::ostream& stream, const ProfilingLog& log) {
   stream << kColumns;
   const std::int32_t finalize_end =
-      CountMessagesWithEventName(log.messages(), "(finalize)");
+      CountMessagesWithEventName(log.messages(), kFinalize);
   const std::int32_t execute_end =
-      finalize_end + CountMessagesWithEventName(log.messages(), "(execute)");
-  // The messages so far of each kind and graph. A tree, because a log can
-  // choose graph indices that all collide in a hash table.
-  std::map<std::pair<std::string_view, std::uint64_t>, std::uint64_t> runs;
+      finalize_end + CountMessagesWithEventName(log.messages(), kExecute);
+  // The messages of each graph so far, of the kind that is at hand. A tree,
+  // because a log can choose graph indices that all collide in a hash table.
+  std::map<std::uint64_t, std::uint64_t> runs;
   Table table = {stream, "", 0, ""};
   const std::int32_t stop = ClipToMessages(log, INT32_MAX);
   for (std::int32_t i = 0; i < stop; ++i) {
     const ProfilingMessage& message = MessageAt(log, i);
     std::string_view kind;
     std::string run;
+    if (i == finalize_end) {
+      runs.clear();
+    }
     if (i < execute_end) {
       kind = i < finalize_end ? "finalize" : "execute";
-      run = std::to_string(runs[{kind, message.graph_index()}]++);
+      run = std::to_string(runs[message.graph_index()]++);
     }
     table.message_columns = std::to_string(i) + ',' + std::string(kind) + ',' +
                             std::to_string(message.graph_index()) + ',' + run +

@@ -3,17 +3,16 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "export/command_line.h"
 #include "export/event_table.h"
 #include "log/log_file.h"
+#include "log/same_file.h"
 #include "model/printable.h"
 
 namespace {
@@ -65,10 +64,8 @@ int main(int argc, char** argv) {
     return FailWith(EXIT_FAILURE, Printable(input) + ": " + error);
   }
   // The log must survive, by whatever name the table would get into it.
-  std::error_code ignored;
-  if (std::filesystem::equivalent(
-          input, options.output.empty() ? "/dev/stdout" : options.output,
-          ignored)) {
+  if (options.output.empty() ? lumo::IsStandardOutput(input)
+                             : lumo::IsSameFile(options.output, input)) {
     return FailWith(
         EXIT_FAILURE,
         Printable(input) + ": the table would go into the log itself");

@@ -7,10 +7,12 @@
 namespace lumo {
 
 // The compiler would drop infinities and the sign of zero, and add in an order
-// of its own.
-#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) || \
+// of its own. Of the single options that -ffast-math consists of, not every
+// compiler tells.
+#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) ||      \
+    defined(__NO_SIGNED_ZEROS__) || defined(__RECIPROCAL_MATH__) || \
     (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
-#error "-ffast-math and its parts give other figures: build without them"
+#error "the figures would be others: build without -ffast-math and the like"
 #endif
 
 static_assert(FLT_EVAL_METHOD == 0,

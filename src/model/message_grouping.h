@@ -1,10 +1,9 @@
 // From the messages of a verified log to counts and per-graph series.
 //
-// With F messages that have an event named "(finalize)" and E that have one
-// named
-// "(execute)", the finalize messages are those at positions 0 to F - 1 and the
-// execute messages the E after these, whatever they hold: a writer puts them in
-// that order.
+// With F messages that have an event named with kFinalize and E that have one
+// named with kExecute, the finalize messages are those at positions 0 to F - 1
+// and the execute messages the E after these, whatever they hold: a writer puts
+// them in that order.
 //
 // An absent vector counts as an empty one here, and an absent name as an empty
 // name.
@@ -27,6 +26,11 @@ namespace lumo {
 using MessageVector =
     flatbuffers::Vector<flatbuffers::Offset<ProfilingMessage>>;
 
+// What the name of a top-level event contains in a finalize or an execute
+// message.
+inline constexpr std::string_view kFinalize = "(finalize)";
+inline constexpr std::string_view kExecute = "(execute)";
+
 // Returns the number of distinct graph indices, compared in all their 64 bits.
 // `messages` may be null.
 std::int32_t CountGraphs(const MessageVector* messages);
@@ -44,9 +48,9 @@ std::int32_t ClipToMessages(const ProfilingLog& log, std::int32_t end);
 // Returns the message at position `i`, from 0; there must be one.
 const ProfilingMessage& MessageAt(const ProfilingLog& log, std::int32_t i);
 
-// Returns whether every message at positions 0 to `end` - 1 belongs to one of
-// the graphs 0 to `graph_count` - 1. If not, `error` says which is the first
-// that does not. The collectors below rely on it.
+// Returns whether every message at positions 0 to `end` - 1, as far as there
+// are any, belongs to one of the graphs 0 to `graph_count` - 1. If not, `error`
+// says which is the first that does not. The collectors below rely on it.
 bool CheckGraphIndices(const ProfilingLog& log, std::int32_t end,
                        std::int32_t graph_count, std::string* error);
 

@@ -8,10 +8,11 @@
 
 namespace lumo {
 
-// Returns `text` so that it neither ends a line nor reaches a terminal as a
-// command: the backslash and the bytes below 0x20 and of 0x7f as \\, \n, \t or
+// Returns `text` without a byte that could end the line or begin an escape
+// code: the backslash and the bytes below 0x20 and of 0x7f as \\, \n, \t or
 // \x1b (two lower-case digits), all others as they are. Of a text longer than
-// 200 bytes only the first 200 are taken, with "..." after them.
+// 200 bytes only the first 200 are taken, even if that cuts a character, with
+// "..." after them.
 std::string Printable(std::string_view text);
 
 }  // namespace lumo

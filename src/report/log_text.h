@@ -9,8 +9,7 @@
 
 namespace lumo {
 
-// Renders logs as text. It holds nothing: it stands for the place among the
-// parts of a run that the text of a log comes from.
+// Renders logs as text. It has no state.
 class LogTextConverter {
  public:
   // Returns every field of the log in `log_storage`, which must have been

@@ -8,9 +8,10 @@
 namespace lumo {
 
 // Writes "12.50% | ": the number with two decimals, right-aligned in 5
-// characters (more if it is longer). The stream stays in fixed notation with
-// two decimals from then on, which is why the figures of a summary have two
-// decimals once a percentage stands above them.
+// characters (more if it is longer), or as "inf" or, if it is none, "-nan". The
+// stream stays in fixed notation with two decimals from then on, which is why
+// the figures of a summary have two decimals once a percentage stands above
+// them.
 void WritePercentField(std::ostream& stream, float percent);
 
 }  // namespace lumo

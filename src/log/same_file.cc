@@ -1,0 +1,32 @@
+// Compares files by device and inode. std::filesystem::equivalent() does so for
+// files and folders only, and a log can be what a disk begins with.
+
+#include "log/same_file.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace lumo {
+namespace {
+
+bool IsSame(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+}  // namespace
+
+bool IsSameFile(const std::string& a, const std::string& b) {
+  struct stat a_status = {};
+  struct stat b_status = {};
+  return stat(a.c_str(), &a_status) == 0 && stat(b.c_str(), &b_status) == 0 &&
+         IsSame(a_status, b_status);
+}
+
+bool IsStandardOutput(const std::string& path) {
+  struct stat output = {};
+  struct stat file = {};
+  return fstat(STDOUT_FILENO, &output) == 0 && stat(path.c_str(), &file) == 0 &&
+         IsSame(output, file);
+}
+
+}  // namespace lumo
