@@ -62,6 +62,13 @@ for report in missing/r.txt folder log.bin ./folder/../log.bin hard.bin soft.bin
 done
 expect 1 "$says Failed to create log.bin." "$located" \
   "$program" "$(input soft.bin)" --output log.bin
+# Files of two file systems may have the same number.
+# shellcheck disable=SC2016 # The expansions are the inner shell's.
+apart=(unshare -rm bash -c 'mkdir -p a b && mount -t tmpfs a a && mount -t tmpfs b b &&
+  cp log.bin a && : >b/r.txt && [ "$(stat -c %i a/*)" = "$(stat -c %i b/*)" ] && exec "$@"' -)
+if ! "${apart[@]}" true 2>err; then echo "Two file systems are left out: $(cat err)"
+else expect 0 '[Profile Viewer] Output txt file: [b/r.txt]' '' \
+  "${apart[@]}" "$program" "$(input a/log.bin)" --output b/r.txt; fi
 # Errors while writing are not looked at; neither are streams that are closed.
 # What the run with only standard output closed wrote is compared at the end.
 expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
@@ -72,6 +79,16 @@ expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
   expect 0 '' '' bash -c '"$0" "$@" >&-' "$program" "$(input log.bin)" --output new.txt
   expect 1 '' '' bash -c '"$0" "$@" >&- 2>&-' "$program" "$(input missing.bin)"
 }
+# A run that is killed, here for the size of its report, has said what went before.
+for pair in "$(input log.bin) data: [log.bin]" '--output=r.txt file: [r.txt]' \
+  '--topK=1 K: [1]' '--num_warmup=1 warmups: [1]' '--num_warmup=9 Warmup to 1.'; do
+  said=$(ulimit -f 0; exec "$program" "$(input log.bin)" --output=r.txt "${pair%% *}")
+  [[ $said == *"${pair#* }" ]] || { echo "FAILED: ${pair%% *}: $said"; failed=1; }
+done
+# A run that fails leaves an older report alone.
+expect 1 "$says Number of Warmup: -1 < 0." "${located/ExportData:311*/ReadDataFromLog:119}
+Error at main:341" "$program" "$(input log.bin)" --output=old.txt --num_warmup=-1
+[ "$(wc -l <old.txt)" = 9999 ] || failed=1
 
 # The exporter looks at errors while writing, also where all waits in a buffer until
 # the end, replaces an older table, the first of two here, and knows the log by whatever
