@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
       std::fprintf(stderr, "%s: %s\n", argv[i], error.c_str());
       return EXIT_FAILURE;
     }
+    std::fprintf(stderr, "%s\n", argv[i]);  // the last one is to blame
     LLVMFuzzerTestOneInput(input.data(), input.size());
   }
   std::printf("%d inputs replayed\n", argc - 1);

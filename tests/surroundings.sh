@@ -27,7 +27,8 @@ expect() {
   timeout 10 "$@" >out 2>err </dev/null || status=$?
   if [ "$status" != "$want_status" ] || [ "$(tail -n 1 out)" != "$want_out" ] ||
     [ "$(cat err)" != "$want_err" ]; then
-    printf 'FAILED: %s\nstatus %s\n%s\n' "$*" "$status" "$(tail -n 1 out; cat err)"
+    printf 'FAILED: %s\nstatus %s\n%s\nwanted %s\n%s\n%s\n' "$*" "$status" \
+      "$(tail -n 1 out; cat err)" "$want_status" "$want_out" "$want_err"
     failed=1
   fi
 }
@@ -88,7 +89,7 @@ done
 # A run that fails leaves an older report alone.
 expect 1 "$says Number of Warmup: -1 < 0." "${located/ExportData:311*/ReadDataFromLog:119}
 Error at main:341" "$program" "$(input log.bin)" --output=old.txt --num_warmup=-1
-[ "$(wc -l <old.txt)" = 9999 ] || failed=1
+[ "$(wc -l <old.txt)" = 9999 ] || { echo 'FAILED: the older report is gone'; failed=1; }
 
 # The exporter looks at errors while writing, also where all waits in a buffer until
 # the end, replaces an older table, the first of two here, and knows the log by whatever
@@ -111,6 +112,9 @@ expect 141 '' '' bash -c "trap '' PIPE; exec 3> >(:); wait \$!
 
 expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
   "$program" "$(input log.bin)" --output old.txt
-"$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt && cmp old.txt new.txt &&
-  cmp log.bin copy.bin && [ "$(wc -l <table.csv)" = 1 ] || failed=1
+if ! { "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt &&
+  cmp old.txt new.txt && cmp log.bin copy.bin && [ "$(wc -l <table.csv)" = 1 ]; }; then
+  echo 'FAILED: a report, the log or the table is not as it should be'
+  failed=1
+fi
 exit "$failed"
