@@ -2,6 +2,8 @@
 
 #include "report/log_text.h"
 
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include <flatbuffers/minireflect.h>
@@ -11,11 +13,26 @@
 namespace lumo {
 namespace {
 
-// The visitor of FlatBufferToString(), but for 64-bit numbers, which that one
-// prints through a stream made for each: a fifth of a whole run.
+// Whether the library writes `c` as it is inside a text.
+bool IsPlain(char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; }
+
+// The visitor of FlatBufferToString(), but for two members: it prints each
+// 64-bit number through a stream made for it, a fifth of a whole run, and looks
+// at texts character by character, a tenth of one, although few have anything
+// to escape.
 struct LogTextVisitor : public flatbuffers::ToStringVisitor {
   using ToStringVisitor::ToStringVisitor;
   void ULong(std::uint64_t number) override { s += std::to_string(number); }
+  void String(const flatbuffers::String* text) override {
+    const std::string_view plain = text->string_view();
+    if (std::all_of(plain.begin(), plain.end(), IsPlain)) {
+      s += '"';
+      s += plain;
+      s += '"';
+    } else {
+      ToStringVisitor::String(text);
+    }
+  }
 };
 
 }  // namespace
