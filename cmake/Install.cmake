@@ -7,7 +7,8 @@ set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
 foreach(program IN ITEMS lumo-profile-viewer lumo-profile-export)
   install(TARGETS ${program})
   install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-  install(FILES completions/${program}.bash RENAME ${program}
+  # bash looks for a file of the program's name; one file knows both.
+  install(FILES completions/lumo-profile.bash RENAME ${program}
           DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
   install(FILES completions/_${program}
           DESTINATION "${LUMO_ZSH_COMPLETIONS_DIR}")

@@ -1,8 +1,14 @@
-# Completes the options of lumo-profile-viewer in bash.
+# Completes the options of lumo-profile-viewer and lumo-profile-export in bash.
 # shellcheck shell=bash
 
-_lumo_profile_viewer() {
+# Takes the program's name, as bash gives it.
+_lumo_profile() {
   local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
+  local options='--help --input_profile_data --output'
+  case $1 in
+    *viewer) options+=' --topK --num_warmup' ;;
+    *) options+=' --version' ;;
+  esac
   # bash makes three words of --output=report.txt.
   if [[ $current == = ]]; then
     current=''
@@ -17,11 +23,8 @@ _lumo_profile_viewer() {
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       ;;
     --t* | --n*) ;; # any number
-    *)
-      mapfile -t COMPREPLY < <(compgen -W \
-        '--help --input_profile_data --output --topK --num_warmup' -- "$current")
-      ;;
+    *) mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current") ;;
   esac
 }
 
-complete -F _lumo_profile_viewer lumo-profile-viewer
+complete -F _lumo_profile lumo-profile-viewer lumo-profile-export
