@@ -14,10 +14,10 @@
 #include "profiling_log_generated.h"
 
 int main(int argc, char** argv) {
-  std::vector<std::uint8_t> log;
+  const std::vector<std::uint8_t> log =
+      lumo::ReadLogFile(argc == 2 ? argv[1] : "").bytes;
   std::string error;
-  if (argc != 2 || !lumo::ReadLogFile(argv[1], &log, &error) ||
-      lumo::VerifyLog(log, &error) == nullptr) {
+  if (lumo::VerifyLog(log, &error) == nullptr) {
     std::fprintf(stderr, "usage: library_run LOG\n%s\n", error.c_str());
     return EXIT_FAILURE;
   }

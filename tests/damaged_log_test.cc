@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "log/log_file.h"
-#include "model/message_grouping.h"
+#include "model/message_groups.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -110,9 +110,7 @@ void ExpectAnOutcome(const Bytes& log) {
 class EveryKind : public testing::Test {
  protected:
   void SetUp() override {
-    std::string error;
-    ASSERT_TRUE(
-        ReadLogFile(LUMO_CASE_LOGS "/every_kind/log.bin", &log, &error));
+    log = ReadLogFile(LUMO_CASE_LOGS "/every_kind/log.bin").bytes;
     ASSERT_NE(RunViewer(log, 2, 1).find("---Top 2 by"), std::string::npos);
   }
   Bytes log;

@@ -25,10 +25,9 @@ TEST(LogText, IsTheLibrarys) {
   std::size_t good_logs = 0;
   for (const auto& entry :
        std::filesystem::recursive_directory_iterator(LUMO_CASE_LOGS)) {
-    std::vector<std::uint8_t> log;
+    const std::vector<std::uint8_t> log = ReadLogFile(entry.path()).bytes;
     std::string error;
-    if (entry.is_regular_file() && ReadLogFile(entry.path(), &log, &error) &&
-        VerifyLog(log, &error) != nullptr) {
+    if (VerifyLog(log, &error) != nullptr) {
       EXPECT_EQ(
           LogTextConverter().RenderLogText(log),
           flatbuffers::FlatBufferToString(log.data(), ProfilingLogTypeTable()))

@@ -9,11 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include "model/event_fields.h"
 #include "model/event_series.h"
-#include "model/node_id.h"
+#include "model/op_averages.h"
 #include "model/printable.h"
 #include "model/run_statistics.h"
-#include "model/top_ops.h"
 
 namespace lumo {
 namespace {

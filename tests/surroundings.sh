@@ -1,13 +1,11 @@
 #!/usr/bin/env bash
-# Runs the viewer, and the exporter that stands beside it, where files, folders and
-# streams are not as they should be.
+# Runs the viewer where files, folders and streams are not as they should be.
 #
 #   surroundings.sh VIEWER LOG
 set -u
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp "$1" "$work/viewer" && cp "${1%/*}/lumo-profile-export" "$work/export" &&
-  cp "$2" "$work/log.bin" && cd "$work" || exit 1
+cp "$1" "$work/viewer" && cp "$2" "$work/log.bin" && cd "$work" || exit 1
 chmod 755 .
 program=./viewer
 mkdir folder
@@ -15,7 +13,6 @@ mkdir folder
 mkfifo pipe.bin
 truncate -s 2147483647 huge.bin
 cp log.bin copy.bin && ln log.bin hard.bin && ln -s ../"${work##*/}"/log.bin soft.bin
-printf '\10\0\0\0\4\0\4\0\4\0\0\0' >no_messages.bin
 printf 'older and longer\n%.0s' {1..9999} >old.txt
 failed=0
 
@@ -38,9 +35,6 @@ says='[Profile Viewer] Error:'
 no_log='Verify Profiling Log Buffer failed. The buffer might be ill-formatted'
 for log in folder empty.bin pipe.bin huge.bin /dev/null /dev/zero; do
   expect 1 "$says $no_log" 'Error at main:339' "$program" "$(input "$log")"
-  # The older file keeps what it holds, which is compared at the end.
-  expect 1 '' "lumo-profile-export: $log: $no_log" \
-    ./export "$(input "$log")" --output copy.bin
 done
 for log in missing.bin missing/log.bin log.bin/; do
   expect 1 "$says Cannot open the input file." 'Error at main:339' \
@@ -91,30 +85,11 @@ expect 1 "$says Number of Warmup: -1 < 0." "${located/ExportData:311*/ReadDataFr
 Error at main:341" "$program" "$(input log.bin)" --output=old.txt --num_warmup=-1
 [ "$(wc -l <old.txt)" = 9999 ] || { echo 'FAILED: the older report is gone'; failed=1; }
 
-# The exporter looks at errors while writing, also where all waits in a buffer until
-# the end, replaces an older table, the first of two here, and knows the log by whatever
-# name it stands for the table.
-exports() { expect "$1" '' "$2" bash -c "exec ./export $(input "$3") $4"; }
-whole='lumo-profile-export: standard output: cannot be written whole'
-for log in log.bin no_messages.bin; do
-  exports 1 "$whole" "$log" '>/dev/full'
-  exports 1 "$whole" "$log" '>&-'
-  exports 0 '' "$log" --output=table.csv
-done
-for into in --output={log.bin,./folder/../log.bin,hard.bin,soft.bin} \
-  {,--output=/dev/stdout}' >>log.bin'; do
-  exports 1 'lumo-profile-export: log.bin: the table would go into the log itself' \
-    log.bin "$into"
-done
-# A pipe that nobody reads any more ends it, even if the signal is ignored.
-expect 141 '' '' bash -c "trap '' PIPE; exec 3> >(:); wait \$!
-  exec ./export $(input log.bin) >&3"
-
 expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
   "$program" "$(input log.bin)" --output old.txt
 if ! { "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt &&
-  cmp old.txt new.txt && cmp log.bin copy.bin && [ "$(wc -l <table.csv)" = 1 ]; }; then
-  echo 'FAILED: a report, the log or the table is not as it should be'
+  cmp old.txt new.txt && cmp log.bin copy.bin; }; then
+  echo 'FAILED: a report or the log is not as it should be'
   failed=1
 fi
 exit "$failed"

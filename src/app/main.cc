@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/profile_viewer.h"
+#include "log/standard_streams.h"
 
 namespace {
 
@@ -18,6 +19,7 @@ int FailAt(int number) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  lumo::OccupyStandardStreams();
   lumo::ProfileViewer viewer({std::cout, std::cerr});
   if (!viewer.ParseCommandLine(argc, argv)) {
     return FailAt(336);

@@ -1,5 +1,3 @@
-// The steps of a run after the command line.
-
 #include "app/profile_viewer.h"
 
 #include <array>
@@ -8,7 +6,6 @@
 
 #include "log/log_file.h"
 #include "log/same_file.h"
-#include "model/message_grouping.h"
 #include "report/event_listing.h"
 #include "report/op_sections.h"
 #include "report/report_header.h"
@@ -21,12 +18,14 @@ ProfileViewer::ProfileViewer(const Console& streams) : console(streams) {
 }
 
 bool ProfileViewer::LoadProfilingLog(const std::string& path) {
-  std::vector<std::uint8_t> bytes;
-  std::string error;
-  if (!ReadLogFile(path, &bytes, &error)) {
-    return ReportError(console, error);
+  LogFile log = ReadLogFile(path);
+  if (!log.open_error.empty()) {
+    return ReportError(console, "Cannot open the input file.");
   }
-  return TakeLog(std::move(bytes));
+  // Whether the log was read to its end is not looked at: bytes that are
+  // missing count as 0.
+  loaded_path = path;
+  return TakeLog(std::move(log.bytes));
 }
 
 bool ProfileViewer::TakeLog(std::vector<std::uint8_t> bytes) {
@@ -49,19 +48,13 @@ bool ProfileViewer::ReadDataFromLog() {
 }
 
 bool ProfileViewer::ComputeResults(std::string* error) {
-  if (!CheckMessageCounts(error)) {
+  const MessageGroups groups = GroupMessages(*root);
+  if (!CheckMessageCounts(groups, error)) {
     return false;
   }
-  const std::int32_t execute_end = prepare_count + inference_count;
-  if (!CheckGraphIndices(*root, execute_end, graph_count, error)) {
-    return false;
-  }
-  const auto finalize_series =
-      CollectEventSeries(*root, 0, prepare_count, graph_count);
-  const auto execute_series =
-      CollectEventSeries(*root, prepare_count, execute_end, graph_count);
-  const auto node_series =
-      CollectNodeSeries(*root, prepare_count, execute_end, graph_count);
+  const auto finalize_series = CollectEventSeries(groups, RunKind::kFinalize);
+  const auto execute_series = CollectEventSeries(groups, RunKind::kExecute);
+  const auto node_series = CollectNodeSeries(groups);
   CheckWarmupCount();
   if (!ComputeRunStatistics(finalize_series, num_warmup, &finalize_statistics,
                             error) ||
@@ -75,15 +68,19 @@ bool ProfileViewer::ComputeResults(std::string* error) {
   return true;
 }
 
-bool ProfileViewer::CheckMessageCounts(std::string* error) {
-  graph_count = CountGraphs(root->messages());
-  prepare_count = CountMessagesWithEventName(root->messages(), kFinalize);
-  inference_count = CountMessagesWithEventName(root->messages(), kExecute);
+bool ProfileViewer::CheckMessageCounts(const MessageGroups& groups,
+                                       std::string* error) {
+  graph_count = groups.graph_count;
+  prepare_count = groups.prepare_count;
+  inference_count = groups.inference_count;
+  finalize_runs = groups.finalize_runs;
+  execute_runs = groups.execute_runs;
   if (graph_count < 1 || prepare_count < 1 || inference_count < 1) {
     *error = "Number of graph, prepare, or inference < 1.";
     return false;
   }
-  return true;
+  *error = groups.graph_error;
+  return error->empty();
 }
 
 void ProfileViewer::CheckWarmupCount() {
@@ -124,13 +121,12 @@ std::string ProfileViewer::ComposeReport() {
   room.reserve(2 * log_storage.size());
   report_stream.str(std::move(room));
 
-  const std::int32_t execute_end = prepare_count + inference_count;
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
                     inference_count);
-  WriteSection("----------Finalize Info----------", finalize_statistics, 0,
-               prepare_count);
+  WriteSection("----------Finalize Info----------", finalize_statistics,
+               finalize_runs);
   WriteSection("------------Execute Info------------", execute_statistics,
-               prepare_count, execute_end);
+               execute_runs);
   // Only a detailed log has operations; graph 0 speaks for all.
   if (!op_averages.empty() && !op_averages.front().empty()) {
     WriteOpSections(report_stream, op_averages, top_ops, topK);
@@ -140,9 +136,9 @@ std::string ProfileViewer::ComposeReport() {
 
 void ProfileViewer::WriteSection(const char* heading,
                                  const std::vector<StatisticsMap>& statistics,
-                                 std::int32_t first, std::int32_t end) {
+                                 const MessageRange& runs) {
   report_stream << heading << '\n';
-  if (!WriteEventData(report_stream, root, statistics, first, end,
+  if (!WriteEventData(report_stream, root, statistics, runs.first, runs.end,
                       num_warmup)) {
     ReportError(console, "Fail to write event data to .txt");
   }
@@ -158,7 +154,7 @@ bool ProfileViewer::WriteTextFile(const std::string& path,
   file.rdbuf()->pubsetbuf(no_buffer.data(), no_buffer.size());
   // The log must survive: a path that leads to it, by whatever name, is
   // refused.
-  if (!IsSameFile(path, input_profile_data)) {
+  if (!IsSameFile(path, loaded_path)) {
     file.open(path);
   }
   if (!file.is_open()) {

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "app/console.h"
+#include "model/message_groups.h"
 #include "model/op_averages.h"
 #include "model/run_statistics.h"
-#include "model/top_ops.h"
 #include "profiling_log_generated.h"
 #include "report/log_text.h"
 
@@ -72,24 +72,28 @@ class ProfileViewer {
   // `error`, where ReadDataFromLog() returns false.
   bool ComputeResults(std::string* error);
 
-  // Sets the three counts below. False, with the reason in `error`, if one is
-  // 0.
-  bool CheckMessageCounts(std::string* error);
+  // Sets the counts and the ranges below. False, with the reason in `error`, if
+  // a count is 0 or a run belongs to no graph.
+  bool CheckMessageCounts(const MessageGroups& groups, std::string* error);
 
   // Sets `num_warmup` to 1, with a warning, if there are fewer executes.
   void CheckWarmupCount();
 
-  // Adds a heading, the messages at positions `first` to `end` - 1 and the
-  // summary of their statistics to the report.
+  // Adds a heading, the messages of `runs` and the summary of their statistics
+  // to the report.
   void WriteSection(const char* heading,
                     const std::vector<StatisticsMap>& statistics,
-                    std::int32_t first, std::int32_t end);
+                    const MessageRange& runs);
 
   // Creates or truncates the file at `path` and writes `text`. False, with an
   // error line, if the file cannot be created or is the log.
   bool WriteTextFile(const std::string& path, const std::string& text) const;
 
   const Console console;
+
+  // Where the log was read from, which must not be written to; empty if it did
+  // not come from a file.
+  std::string loaded_path;
 
   // The bytes of the log, and the root table within them. Every name in the
   // results below points into these bytes too.
@@ -102,11 +106,13 @@ class ProfileViewer {
 
   LogTextConverter log_text_converter;
 
-  // The numbers of different graphs, finalize messages and execute messages;
-  // for which messages these are, see message_grouping.h.
+  // The numbers of different graphs, finalize messages and execute messages,
+  // and which messages the runs of each kind are, see MessageGroups.
   std::int32_t graph_count = 0;
   std::int32_t prepare_count = 0;
   std::int32_t inference_count = 0;
+  MessageRange finalize_runs = {};
+  MessageRange execute_runs = {};
 
   // Element g of each belongs to graph g; each has graph_count elements.
   std::vector<StatisticsMap> finalize_statistics;

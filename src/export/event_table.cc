@@ -1,8 +1,7 @@
-// The columns of a message, and the walk that gives each event its row.
-
 #include "export/event_table.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -10,9 +9,8 @@
 
 #include <flatbuffers/flatbuffers.h>
 
-#include "model/event_unit.h"
-#include "model/message_grouping.h"
-#include "model/node_id.h"
+#include "model/event_fields.h"
+#include "model/message_groups.h"
 
 namespace lumo {
 namespace {
@@ -71,8 +69,8 @@ struct Table {
 // which is level 0.
 void WriteEvents(const EventVector* events, const std::string& parent,
                  int level, Table* table) {
-  for (flatbuffers::uoffset_t i = 0; i < flatbuffers::VectorLength(events);
-       ++i) {
+  const std::size_t size = flatbuffers::VectorLength(events);
+  for (flatbuffers::uoffset_t i = 0; i < size && table->stream.good(); ++i) {
     const ProfilingEvent& event = *events->Get(i);
     const std::string_view name = flatbuffers::GetStringView(event.name());
     const std::string number = std::to_string(table->rows++);
@@ -100,24 +98,22 @@ void WriteEvents(const EventVector* events, const std::string& parent,
 
 void WriteEventTable(std::ostream& stream, const ProfilingLog& log) {
   stream << kColumns;
-  const std::int32_t finalize_end =
-      CountMessagesWithEventName(log.messages(), kFinalize);
-  const std::int32_t execute_end =
-      finalize_end + CountMessagesWithEventName(log.messages(), kExecute);
+  const MessageGroups groups = GroupMessages(log);
   // The messages of each graph so far, of the kind that is at hand. A tree,
   // because a log can choose graph indices that all collide in a hash table.
   std::map<std::uint64_t, std::uint64_t> runs;
   Table table = {stream, "", 0, ""};
-  const std::int32_t stop = ClipToMessages(log, INT32_MAX);
-  for (std::int32_t i = 0; i < stop; ++i) {
-    const ProfilingMessage& message = MessageAt(log, i);
+  const auto size =
+      static_cast<std::int32_t>(flatbuffers::VectorLength(groups.messages));
+  for (std::int32_t i = 0; i < size && stream.good(); ++i) {
+    const ProfilingMessage& message = MessageAt(*groups.messages, i);
     std::string_view kind;
     std::string run;
-    if (i == finalize_end) {
+    if (i == groups.execute_runs.first) {
       runs.clear();
     }
-    if (i < execute_end) {
-      kind = i < finalize_end ? "finalize" : "execute";
+    if (i < groups.execute_runs.end) {
+      kind = i < groups.finalize_runs.end ? "finalize" : "execute";
       run = std::to_string(runs[message.graph_index()]++);
     }
     table.message_columns = std::to_string(i) + ',' + std::string(kind) + ',' +

@@ -14,7 +14,7 @@ namespace lumo {
 // level, in the order of the log, an event before its sub-events; each row ends
 // with "\n". A log without events gives the names alone.
 //
-// A failed write shows in the state of `stream`, as with any other output.
+// A failed write shows in the state of `stream`; no rows are composed after it.
 void WriteEventTable(std::ostream& stream, const ProfilingLog& log);
 
 }  // namespace lumo

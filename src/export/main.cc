@@ -1,74 +1,53 @@
 // lumo-profile-export: writes the events of a profiling log as a table.
 
-#include <csignal>
-#include <cstdint>
-#include <cstdlib>
-#include <fstream>
-#include <iostream>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
-#include "export/command_line.h"
 #include "export/event_table.h"
-#include "log/log_file.h"
-#include "log/same_file.h"
-#include "model/printable.h"
+#include "program/command_line.h"
+#include "program/log_input.h"
+#include "program/output.h"
+#include "program/program.h"
 
 namespace {
 
-using lumo::FailWith;
-using lumo::Printable;
-
-// Writes the table to the file at `path`, or to standard output if that is
-// empty. Returns the exit status.
-int WriteTable(const lumo::ProfilingLog& log, const std::string& path) {
-  if (path.empty()) {
-    lumo::WriteEventTable(std::cout, log);
-    return std::cout.flush()
-               ? EXIT_SUCCESS
-               : FailWith(EXIT_FAILURE,
-                          "standard output: cannot be written whole");
-  }
-  std::ofstream file(path);
-  if (!file.is_open()) {
-    return FailWith(EXIT_FAILURE, Printable(path) + ": cannot be created");
-  }
-  lumo::WriteEventTable(file, log);
-  file.close();
-  return file ? EXIT_SUCCESS
-              : FailWith(EXIT_FAILURE,
-                         Printable(path) + ": cannot be written whole");
-}
+constexpr lumo::Program kProgram = {
+    "lumo-profile-export",
+    "usage: lumo-profile-export --input_profile_data FILE [--output FILE]\n"
+    "Writes the events of a profiling log as comma-separated rows.\n"
+    "\n"
+    "  --input_profile_data FILE  the log to read\n"
+    "  --output FILE              where the rows go; default: standard output\n"
+    "  --help                     print this text and end\n"
+    "  --version                  print the version and end\n"};
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader that has seen enough ends the run without a word, also where the
-  // caller chose to ignore the signal.
-  std::signal(SIGPIPE, SIG_DFL);
+  lumo::PrepareProcess();
 
-  lumo::ExportOptions options;
-  if (const std::optional<int> status =
-          lumo::ParseExportOptions(argc, argv, &options)) {
+  std::string input;
+  std::string output;
+  std::vector<std::string> operands;
+  if (const std::optional<int> status = lumo::ParseCommandLine(
+          kProgram, argc, argv,
+          {{"input_profile_data", &input}, {"output", &output}}, 0,
+          &operands)) {
     return *status;
   }
-  const std::string& input = options.input_profile_data;
-  std::vector<std::uint8_t> log;
+  if (input.empty()) {
+    return lumo::RejectCommandLine(kProgram,
+                                   "--input_profile_data must name a log");
+  }
   std::string error;
-  const lumo::ProfilingLog* root = nullptr;
-  if (lumo::ReadLogFile(input, &log, &error)) {
-    root = lumo::VerifyLog(log, &error);
+  const std::optional<lumo::Log> log = lumo::LoadLog(input, &error);
+  if (!log) {
+    return lumo::Fail(kProgram, error);
   }
-  if (root == nullptr) {
-    return FailWith(EXIT_FAILURE, Printable(input) + ": " + error);
-  }
-  // The log must survive, by whatever name the table would get into it.
-  if (options.output.empty() ? lumo::IsStandardOutput(input)
-                             : lumo::IsSameFile(options.output, input)) {
-    return FailWith(
-        EXIT_FAILURE,
-        Printable(input) + ": the table would go into the log itself");
-  }
-  return WriteTable(*root, options.output);
+  return lumo::WriteOutput(kProgram, output, {input}, "table",
+                           [&log](std::ostream& stream) {
+                             lumo::WriteEventTable(stream, *log->root);
+                           });
 }

@@ -1,12 +1,13 @@
-// Reads a file that may be anything, and verifies its bytes.
-
 #include "log/log_file.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <ios>
+#include <memory>
 #include <system_error>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <flatbuffers/flatbuffers.h>
@@ -22,41 +23,62 @@ static_assert(sizeof(void*) == 8,
 // The verifier's limit on a buffer, which it only asserts: 2 GiB - 1.
 constexpr std::uint64_t kFirstSizeTooLarge = FLATBUFFERS_MAX_BUFFER_SIZE;
 
-constexpr char kCannotOpen[] = "Cannot open the input file.";
-constexpr char kNoLog[] =
-    "Verify Profiling Log Buffer failed. The buffer might be ill-formatted";
+// Returns whether two looks at a file show the same content, as far as its size
+// and its time stamps tell.
+bool IsUnchanged(const struct stat& a, const struct stat& b) {
+  return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
+         a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+// Replaces `bytes` with as many bytes as `file` has. Returns why they are not
+// the whole content, or an empty text.
+std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
+  struct stat before = {};
+  struct stat after = {};
+  if (fstat(fileno(file), &before) != 0) {
+    return std::strerror(errno);
+  }
+  if (S_ISDIR(before.st_mode) || fseeko(file, 0, SEEK_END) != 0) {
+    return "";  // nothing that has a size
+  }
+  const auto size = static_cast<std::uint64_t>(ftello(file));
+  if (size >= kFirstSizeTooLarge) {
+    return "";
+  }
+  std::rewind(file);
+  bytes->resize(size);
+  errno = 0;
+  if (std::fread(bytes->data(), 1, size, file) < size) {
+    return std::ferror(file) != 0 ? std::strerror(errno)
+                                  : "it became shorter while it was read";
+  }
+  if (fstat(fileno(file), &after) != 0 || !IsUnchanged(before, after)) {
+    return "it changed while it was read";
+  }
+  return "";
+}
 
 }  // namespace
 
-bool ReadLogFile(const std::string& path, std::vector<std::uint8_t>* bytes,
-                 std::string* error) {
-  bytes->clear();
-
+LogFile ReadLogFile(const std::string& path) {
+  LogFile log;
   // Opening a named pipe would wait for a writer that may never come, so it is
   // only asked whether that is allowed.
   std::error_code ignored;
   if (std::filesystem::is_fifo(path, ignored)) {
-    *error = access(path.c_str(), R_OK) == 0 ? kNoLog : kCannotOpen;
-    return false;
+    if (access(path.c_str(), R_OK) != 0) {
+      log.open_error = std::strerror(errno);
+    }
+    return log;
   }
-
-  std::ifstream file(path, std::ios::in | std::ios::binary);
-  if (!file.is_open()) {
-    *error = kCannotOpen;
-    return false;
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
+      std::fopen(path.c_str(), "rbe"), std::fclose);
+  if (file == nullptr) {
+    log.open_error = std::strerror(errno);
+    return log;
   }
-  file.seekg(0, std::ios::end);
-  // -1, if the file has no size, becomes a size that is too large.
-  const auto size = static_cast<std::uint64_t>(std::streamoff{file.tellg()});
-  file.seekg(0, std::ios::beg);
-  if (size >= kFirstSizeTooLarge) {
-    *error = kNoLog;
-    return false;
-  }
-  bytes->resize(size);
-  file.read(reinterpret_cast<char*>(bytes->data()),
-            static_cast<std::streamsize>(size));
-  return true;
+  log.read_error = ReadWhole(file.get(), &log.bytes);
+  return log;
 }
 
 const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
@@ -67,7 +89,8 @@ const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
       return GetProfilingLog(bytes.data());
     }
   }
-  *error = kNoLog;
+  *error =
+      "Verify Profiling Log Buffer failed. The buffer might be ill-formatted";
   return nullptr;
 }
 

@@ -11,23 +11,33 @@
 
 namespace lumo {
 
-// Replaces `bytes` with the whole content of the file at `path`. Bytes that the
-// file turns out not to have are zero. Returns false, with the reason in
-// `error` and no bytes, if the file cannot be opened or its size alone says
-// that it is no log: a pipe, which has none, or 2147483647 bytes or more.
-bool ReadLogFile(const std::string& path, std::vector<std::uint8_t>* bytes,
-                 std::string* error);
+// What reading a file gave.
+struct LogFile {
+  // As many bytes as the file had when it was opened. Empty if the file cannot
+  // be a log: a pipe, a folder, or 2147483647 bytes or more.
+  std::vector<std::uint8_t> bytes;
+  // Why the file could not be opened; empty if it could.
+  std::string open_error;
+  // Why `bytes` may not be what the file had: the read failed or brought fewer
+  // bytes, and those missing are 0, or the file changed meanwhile. Empty if
+  // the file was read whole.
+  std::string read_error;
+};
+
+// Reads the file at `path`. The errors are the system's reasons, such as "No
+// such file or directory", without a path.
+LogFile ReadLogFile(const std::string& path);
 
 // Returns the root table of the log in `bytes`, or null, with the reason in
 // `error`, if the bytes are not a well-formed log: every offset, vector, string
 // terminator and alignment is checked, events may nest 62 levels deep and a log
 // may have 1,000,000 tables, each counted as often as something refers to it.
 // The root points into `bytes` and is valid while these are neither changed nor
-// moved.
+// moved to other storage.
 //
-// What a good log still may hold: absent fields anywhere, numbers that their
-// enumeration does not name, names with any bytes in them, tables that several
-// others share.
+// A valid log may still contain absent fields anywhere, numbers that their
+// enumeration does not name, names with any bytes in them, and tables that
+// several others share.
 const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
                               std::string* error);
 

@@ -1,4 +1,4 @@
-// The values of one event over the repeated runs of a graph.
+// The values of each event over the repeated runs of a graph.
 
 #ifndef LUMO_MODEL_EVENT_SERIES_H_
 #define LUMO_MODEL_EVENT_SERIES_H_
@@ -8,6 +8,8 @@
 #include <map>
 #include <string_view>
 #include <vector>
+
+#include "model/message_groups.h"
 
 namespace lumo {
 
@@ -35,6 +37,23 @@ struct EventSeries {
 
 // The series of one graph; empty for a graph that has none.
 using EventSeriesMap = std::map<EventKey, EventSeries>;
+
+// The collectors return one element per graph, element g for graph g,
+// `graph_count` in all. An absent name counts as an empty one. Runs that belong
+// to no graph, see MessageGroups::graph_error, are ignored.
+
+// Returns the series of the top-level events in microseconds over the runs of
+// `kind`.
+std::vector<EventSeriesMap> CollectEventSeries(const MessageGroups& groups,
+                                               RunKind kind);
+
+// As CollectEventSeries(), but of the top-level events in every unit.
+std::vector<EventSeriesMap> CollectEventSeriesOfAllUnits(
+    const MessageGroups& groups, RunKind kind);
+
+// Returns the series of the node events (one per operation, in any unit)
+// directly under the top-level events, over the execute runs.
+std::vector<EventSeriesMap> CollectNodeSeries(const MessageGroups& groups);
 
 }  // namespace lumo
 

@@ -1,12 +1,76 @@
-// Average, share and top list of a graph's operations.
-
 #include "model/op_averages.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
-#include "model/mean.h"
+#include "model/run_statistics.h"
 
 namespace lumo {
+namespace {
+
+// A binary heap with the least percent at the root; the children of position p
+// are at 2p + 1 and 2p + 2. It is written out because the standard library's
+// moves equal elements in another order, and ties show in the report. With
+// percents that are not numbers every comparison is false, and the same steps
+// decide.
+
+bool IsLarger(const TopOpEntry& a, const TopOpEntry& b) {
+  return a.percent > b.percent;
+}
+
+void Push(const TopOpEntry& entry, std::vector<TopOpEntry>* heap) {
+  std::size_t hole = heap->size();
+  heap->push_back(entry);
+  while (hole > 0 && IsLarger((*heap)[(hole - 1) / 2], entry)) {
+    (*heap)[hole] = (*heap)[(hole - 1) / 2];
+    hole = (hole - 1) / 2;
+  }
+  (*heap)[hole] = entry;
+}
+
+// Removes the root. The heap must not be empty.
+void Pop(std::vector<TopOpEntry>* heap) {
+  const TopOpEntry moving = heap->back();
+  heap->pop_back();
+  if (heap->empty()) {
+    return;
+  }
+  std::size_t hole = 0;
+  for (std::size_t child = 1; child < heap->size(); child = 2 * hole + 1) {
+    if (child + 1 < heap->size() &&
+        IsLarger((*heap)[child], (*heap)[child + 1])) {
+      ++child;
+    }
+    if (IsLarger((*heap)[child], moving)) {
+      break;
+    }
+    (*heap)[hole] = (*heap)[child];
+    hole = child;
+  }
+  (*heap)[hole] = moving;
+}
+
+}  // namespace
+
+std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
+                                     std::int32_t topK) {
+  std::vector<TopOpEntry> heap;
+  for (const TopOpEntry& entry : entries) {
+    Push(entry, &heap);
+    // Read as unsigned, a negative count is more than any heap holds.
+    if (heap.size() > static_cast<std::size_t>(topK)) {
+      Pop(&heap);
+    }
+  }
+  std::vector<TopOpEntry> top_ops;
+  while (!heap.empty()) {
+    top_ops.push_back(heap.front());
+    Pop(&heap);
+  }
+  std::reverse(top_ops.begin(), top_ops.end());
+  return top_ops;
+}
 
 void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
                         std::vector<OpAverageMap>* op_averages,

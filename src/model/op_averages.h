@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "model/event_series.h"
-#include "model/top_ops.h"
 
 namespace lumo {
 
@@ -25,6 +24,23 @@ struct OpAverage {
 
 // One entry per operation of one graph, under the keys of its node series.
 using OpAverageMap = std::map<EventKey, OpAverage>;
+
+// One row of a top list: an operation's name, and the rest as in its OpAverage.
+struct TopOpEntry {
+  // Points into the log and lives as long as the log's bytes do.
+  std::string_view name;
+  std::string_view unit;
+  float percent;
+  float average;
+};
+
+// Returns the `topK` entries of largest percent, largest first; all of them
+// if there are fewer or `topK` is negative. Among equal percents the order
+// of `entries` decides by the rules of the binary heap in the source file,
+// which are part of the report: they say which of several equal operations
+// stay.
+std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
+                                     std::int32_t topK);
 
 // Appends one element for the graph with these node series to `op_averages` and
 // one, with at most `topK` rows (all if it is negative), to `top_ops`.

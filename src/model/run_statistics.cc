@@ -1,35 +1,31 @@
-// Warm-up mean, mean and deviation of each series, and when there are none.
-
 #include "model/run_statistics.h"
 
+#include <cfloat>
 #include <cmath>
 #include <cstddef>
-#include <span>
 
-#include "model/mean.h"
 #include "model/printable.h"
 
 namespace lumo {
 namespace {
+
+// The compiler would drop infinities and the sign of zero, and add in an order
+// of its own. Of the single options that -ffast-math consists of, not every
+// compiler tells.
+#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) ||      \
+    defined(__NO_SIGNED_ZEROS__) || defined(__RECIPROCAL_MATH__) || \
+    (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
+#error "the figures would be others: build without -ffast-math and the like"
+#endif
+
+static_assert(FLT_EVAL_METHOD == 0,
+              "the figures are defined by float operations that round at once");
 
 // The first series of graph 0 alone decides for the whole list, however many
 // values the others have.
 bool HoldsSingleRuns(const std::vector<EventSeriesMap>& series) {
   return !series.empty() && !series.front().empty() &&
          series.front().begin()->second.values.size() == 1;
-}
-
-// For no values this is the root of 0 / -1, the negative zero that tells "no
-// runs" from "one run", which is 0.
-float SampleDeviation(std::span<const float> values, float mean) {
-  if (values.size() == 1) {
-    return 0.0F;
-  }
-  float sum = 0.0F;
-  for (const float value : values) {
-    sum += (value - mean) * (value - mean);
-  }
-  return std::sqrt(sum / (static_cast<float>(values.size()) - 1.0F));
 }
 
 RunStatistics StatisticsOf(const EventSeries& event, std::size_t num_warmup) {
@@ -65,6 +61,34 @@ bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
 
 }  // namespace
 
+float Mean(std::span<const float> values) {
+  if (values.empty()) {
+    return 0.0F;
+  }
+  float sum = 0.0F;
+  for (const float value : values) {
+    sum += value;
+  }
+  return sum / static_cast<float>(values.size());
+}
+
+float SampleDeviation(std::span<const float> values, float mean) {
+  if (values.size() == 1) {
+    return 0.0F;
+  }
+  // For no values this leads to the root of 0 / -1, negative zero.
+  float sum = 0.0F;
+  for (const float value : values) {
+    sum += (value - mean) * (value - mean);
+  }
+  return std::sqrt(sum / (static_cast<float>(values.size()) - 1.0F));
+}
+
+bool IsComputed(const RunStatistics& statistics) {
+  return statistics.warmup_mean >= 0.0F && statistics.mean >= 0.0F &&
+         statistics.stdev >= 0.0F;
+}
+
 bool ComputeRunStatistics(const std::vector<EventSeriesMap>& series,
                           std::int32_t num_warmup,
                           std::vector<StatisticsMap>* statistics,
@@ -78,7 +102,8 @@ bool ComputeRunStatistics(const std::vector<EventSeriesMap>& series,
     for (const auto& [key, event] : graph) {
       graph_statistics.emplace(
           key, single_runs
-                   ? RunStatistics{-1.0F, -1.0F, -1.0F, event.unit}
+                   ? RunStatistics{kNotComputed, kNotComputed, kNotComputed,
+                                   event.unit}
                    : StatisticsOf(event, static_cast<std::size_t>(num_warmup)));
     }
   }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +14,22 @@
 
 namespace lumo {
 
-// The three figures of one series. All are -1 if the list that the series is in
-// holds single runs.
+// Returns the sum of `values`, added one by one from 0 in their order, divided
+// by their number; 0 for no values. Every step rounds to a float: a wider or
+// reordered sum would change digits of the report.
+float Mean(std::span<const float> values);
+
+// Returns the sample standard deviation (divisor: number of values - 1) of
+// `values`, whose mean is `mean`, with the same order and rounding as Mean().
+// It is 0 for one value and negative zero for none, infinite if the squares
+// exceed a float, and not a number only if a value is infinite or none itself.
+float SampleDeviation(std::span<const float> values, float mean);
+
+// What stands for each figure of a list of single runs, which has no
+// statistics.
+inline constexpr float kNotComputed = -1.0F;
+
+// The three figures of one series, or kNotComputed three times.
 struct RunStatistics {
   // Mean of the warm-up runs; 0 if there are none.
   float warmup_mean;
@@ -26,6 +41,10 @@ struct RunStatistics {
   // The unit of all three, see UnitText().
   std::string_view unit;
 };
+
+// Returns whether the figures can be printed: none is kNotComputed or not a
+// number. Negative zero is a figure like any other.
+bool IsComputed(const RunStatistics& statistics);
 
 // One entry per series of one graph, under the same keys.
 using StatisticsMap = std::map<EventKey, RunStatistics>;

@@ -10,9 +10,8 @@
 
 #include <flatbuffers/flatbuffers.h>
 
-#include "model/event_unit.h"
-#include "model/message_grouping.h"
-#include "model/node_id.h"
+#include "model/event_fields.h"
+#include "model/message_groups.h"
 #include "report/percent_field.h"
 #include "report/summary.h"
 
@@ -107,9 +106,8 @@ bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
   if (root == nullptr || statistics.empty()) {
     return false;
   }
-  const std::int32_t stop = ClipToMessages(*root, end);
-  for (std::int32_t i = first; i < stop; ++i) {
-    const ProfilingMessage& message = MessageAt(*root, i);
+  for (std::int32_t i = first; i < end; ++i) {
+    const ProfilingMessage& message = MessageAt(*root->messages(), i);
     stream << "        Graph index: " << message.graph_index() << '\n';
     if (message.events() != nullptr) {
       for (const ProfilingEvent* event : *message.events()) {

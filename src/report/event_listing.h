@@ -13,8 +13,8 @@
 namespace lumo {
 
 // Writes one section of the report: the messages at positions `first` to
-// `end` - 1 as far as there are any, each with its event trees, and then the
-// summary of `statistics`, whose figures set the first `num_warmup` runs aside.
+// `end` - 1, which must exist, each with its event trees, and then the summary
+// of `statistics`, whose figures exclude the first `num_warmup` runs.
 // Returns false, with nothing written, if `root` is null or `statistics` has no
 // element.
 bool WriteEventData(std::ostream& stream, const ProfilingLog* root,

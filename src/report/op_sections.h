@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "model/op_averages.h"
-#include "model/top_ops.h"
 
 namespace lumo {
 

@@ -4,7 +4,7 @@
 
 #include <flatbuffers/flatbuffers.h>
 
-#include "model/message_grouping.h"
+#include "model/message_groups.h"
 
 namespace lumo {
 namespace {
@@ -39,8 +39,8 @@ bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
          << "---------------Graph Stats----------------\n"
          << "    Total Graph #: " << graph_count << '\n';
   for (std::int32_t i = 0; i < graph_count; ++i) {
-    WriteGraphStats(stream, MessageAt(*root, i), prepare_count / graph_count,
-                    inference_count / graph_count);
+    WriteGraphStats(stream, MessageAt(*root->messages(), i),
+                    prepare_count / graph_count, inference_count / graph_count);
   }
   return true;
 }

@@ -8,7 +8,7 @@ namespace lumo {
 namespace {
 
 // The statistics of a list are computed or marked as not computed all at once,
-// so its first entry speaks for all. Negative zero is a figure like any other.
+// so its first entry speaks for all.
 bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
   const auto graph =
       std::find_if(statistics.begin(), statistics.end(),
@@ -16,8 +16,7 @@ bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
   if (graph == statistics.end()) {
     return false;
   }
-  const RunStatistics& first = graph->begin()->second;
-  return first.warmup_mean >= 0.0F && first.mean >= 0.0F && first.stdev >= 0.0F;
+  return IsComputed(graph->begin()->second);
 }
 
 // Writes one of the three figures of every event of a graph, in lines like

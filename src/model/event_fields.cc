@@ -1,12 +1,25 @@
-// Finds the digits behind the prefix.
-
-#include "model/node_id.h"
+#include "model/event_fields.h"
 
 #include <charconv>
 #include <cstddef>
 #include <system_error>
 
 namespace lumo {
+
+std::string_view UnitText(ProfileEventUnit unit) {
+  switch (unit) {
+    case ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC:
+      return "us";
+    case ProfileEventUnit::ORX_PROFILE_EVENTUNIT_BYTES:
+      return "bytes";
+    case ProfileEventUnit::ORX_PROFILE_EVENTUNIT_CYCLES:
+      return "cycles";
+    case ProfileEventUnit::ORX_PROFILE_EVENTUNIT_COUNT:
+      return "count";
+    default:
+      return "";
+  }
+}
 
 std::int32_t ParseNodeId(std::string_view name) {
   constexpr std::string_view kPrefix = "node_id_";

@@ -1,0 +1,25 @@
+// What the unit and the name of an event say.
+
+#ifndef LUMO_MODEL_EVENT_FIELDS_H_
+#define LUMO_MODEL_EVENT_FIELDS_H_
+
+#include <cstdint>
+#include <string_view>
+
+#include "profiling_log_generated.h"
+
+namespace lumo {
+
+// Returns "us", "bytes", "cycles" or "count"; empty for every other number,
+// named or not. The text lives as long as the program.
+std::string_view UnitText(ProfileEventUnit unit);
+
+// Returns the number in a name such as "node_id_12:Conv", which begins with
+// "node_id_" and contains this text only once: its first run of decimal digits.
+// Returns -1 if the name is not like that, has no digit, or the number is not a
+// 32-bit signed integer.
+std::int32_t ParseNodeId(std::string_view name);
+
+}  // namespace lumo
+
+#endif  // LUMO_MODEL_EVENT_FIELDS_H_

@@ -1,0 +1,98 @@
+#include "model/message_groups.h"
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+namespace lumo {
+namespace {
+
+using flatbuffers::GetStringView;
+using flatbuffers::uoffset_t;
+using flatbuffers::VectorLength;
+
+bool HasEventName(const ProfilingMessage& message, std::string_view text) {
+  const auto* const events = message.events();
+  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+    if (GetStringView(events->Get(j)->name()).find(text) !=
+        std::string_view::npos) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// Names the first message at positions 0 to `end` - 1 that belongs to none of
+// `graph_count` graphs. Returns an empty text if there is none.
+std::string FindGraphError(const MessageVector* messages, std::int32_t end,
+                           std::int32_t graph_count) {
+  for (std::int32_t i = 0; i < end; ++i) {
+    const ProfilingMessage& message = MessageAt(*messages, i);
+    const std::int32_t graph = GraphOf(message);
+    if (graph < 0 || graph >= graph_count) {
+      return "The message at position " + std::to_string(i) +
+             " has graph_index " + std::to_string(message.graph_index()) +
+             ", but graph_count is " + std::to_string(graph_count) + ".";
+    }
+  }
+  return "";
+}
+
+}  // namespace
+
+MessageGroups GroupMessages(const ProfilingLog& log) {
+  MessageGroups groups = {};
+  groups.messages = log.messages();
+  groups.graph_count = CountGraphs(groups.messages);
+  groups.prepare_count =
+      CountMessagesWithEventName(groups.messages, kFinalizeText);
+  groups.inference_count =
+      CountMessagesWithEventName(groups.messages, kExecuteText);
+  const auto size = static_cast<std::int32_t>(VectorLength(groups.messages));
+  const std::int32_t execute_end =
+      std::min(groups.prepare_count + groups.inference_count, size);
+  groups.finalize_runs = {0, groups.prepare_count};
+  groups.execute_runs = {groups.prepare_count, execute_end};
+  groups.graph_error =
+      FindGraphError(groups.messages, execute_end, groups.graph_count);
+  return groups;
+}
+
+MessageRange RunsOf(const MessageGroups& groups, RunKind kind) {
+  return kind == RunKind::kFinalize ? groups.finalize_runs
+                                    : groups.execute_runs;
+}
+
+std::int32_t GraphOf(const ProfilingMessage& message) {
+  return static_cast<std::int32_t>(message.graph_index());
+}
+
+const ProfilingMessage& MessageAt(const MessageVector& messages,
+                                  std::int32_t i) {
+  return *messages.Get(static_cast<uoffset_t>(i));
+}
+
+std::int32_t CountGraphs(const MessageVector* messages) {
+  // Sorted, because a log can choose indices that all collide in a hash set.
+  std::vector<std::uint64_t> indices;
+  indices.reserve(VectorLength(messages));
+  for (uoffset_t i = 0; i < VectorLength(messages); ++i) {
+    indices.push_back(messages->Get(i)->graph_index());
+  }
+  std::sort(indices.begin(), indices.end());
+  return static_cast<std::int32_t>(std::distance(
+      indices.begin(), std::unique(indices.begin(), indices.end())));
+}
+
+std::int32_t CountMessagesWithEventName(const MessageVector* messages,
+                                        std::string_view text) {
+  std::int32_t count = 0;
+  for (uoffset_t i = 0; i < VectorLength(messages); ++i) {
+    if (HasEventName(*messages->Get(i), text)) {
+      ++count;
+    }
+  }
+  return count;
+}
+
+}  // namespace lumo

@@ -1,0 +1,52 @@
+// The command line of a program: long options and the files between them.
+
+#ifndef LUMO_PROGRAM_COMMAND_LINE_H_
+#define LUMO_PROGRAM_COMMAND_LINE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "program/program.h"
+
+namespace lumo {
+
+// A long option. A switch sets its flag; any other takes an argument, which
+// replaces its text.
+struct Option {
+  const char* name;
+  std::variant<bool*, std::string*> value;
+};
+
+// Reads the words of the command line in order. Adds those that are not
+// options, `most_operands` at most, to `operands`. --help and --version end the
+// run at once: words after them are not read.
+//
+// Options may be abbreviated to any unique prefix; the last of repeated ones
+// wins; "--" ends the options.
+//
+// Returns nothing if the run goes on. Otherwise returns the status to end with:
+// 0 after --help or --version, kFailed if their text cannot be written,
+// kWrongCommandLine, with a message and the usage text on standard error, for
+// the first word that is wrong.
+std::optional<int> ParseCommandLine(const Program& program, int argc,
+                                    char** argv,
+                                    const std::vector<Option>& options,
+                                    std::size_t most_operands,
+                                    std::vector<std::string>* operands);
+
+// Sets `number` if `text` consists of decimal digits alone and is at most
+// 2147483647. Returns whether it was.
+bool ParseWholeNumber(std::string_view text, std::int32_t* number);
+
+// Sets `percentage` if `text` is a decimal number without a sign, such as "5"
+// or "99.5". Returns whether it was.
+bool ParsePercentage(std::string_view text, double* percentage);
+
+}  // namespace lumo
+
+#endif  // LUMO_PROGRAM_COMMAND_LINE_H_

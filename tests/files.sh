@@ -1,0 +1,156 @@
+#!/usr/bin/env bash
+# Checks that each program of our own reads its log whole, writes its text whole or not
+# at all, wherever it goes and whatever goes wrong, and gives the system's reason.
+#
+#   files.sh PROGRAM_DIR LOG
+set -u
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+programs=$(realpath "$1")
+cp "$2" "$work/log.bin" && cd "$work" || exit 1
+# Devices are reached through links, so that a fault that removes its output spares them.
+ln -s /dev/full full
+cp log.bin copy.bin && ln log.bin hard.bin
+ln -s ../"${work##*/}"/log.bin soft.bin
+mkdir folder
+: >empty.bin
+mkfifo pipe.bin secret_pipe.bin
+truncate -s 2147483647 huge.bin
+cp log.bin secret.bin && chmod 0 secret.bin secret_pipe.bin
+failed=0
+
+# Root may write anywhere, so it becomes somebody else for some runs.
+as_user=(env)
+if [ "$(id -u)" = 0 ]; then
+  as_user=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+  chmod 755 . && chmod 644 log.bin
+  cp "$programs"/lumo-profile-* . && programs=$work
+fi
+
+fail() {
+  printf 'FAILED: %s: %s\n' "$name" "$*"
+  failed=1
+}
+
+# expect STATUS MESSAGE COMMAND...: runs the command, for ten seconds at most; a message
+# stands behind the program's name.
+expect() {
+  local status=0 want_status=$1 want_message=${2:+$name: $2}
+  shift 2
+  timeout 10 "$@" >out 2>err </dev/null || status=$?
+  [[ $status = "$want_status" && $(<err) = "$want_message" ]] ||
+    fail "$* ended with $status: $(<err), not $want_status: $want_message"
+}
+
+# holds FILE TEXT: the file has exactly this text and is the folder's only file.
+holds() {
+  cmp "$1" "$2" || fail "$1 is not $2"
+  [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
+}
+
+# check_log COMMAND...: logs that are none, or not to be had; the command line lacks the
+# log.
+check_log() {
+  local name=$1 command=("$programs/$1" "${@:2}") log
+  local no_log='Verify Profiling Log Buffer failed. The buffer might be ill-formatted'
+  for log in folder empty.bin pipe.bin huge.bin /dev/null /dev/zero; do
+    expect 1 "$log: $no_log" "${command[@]}" $log
+  done
+  expect 1 'missing.bin: cannot be opened: No such file or directory' \
+    "${command[@]}" missing.bin
+  for log in secret.bin secret_pipe.bin; do
+    expect 1 "$log: cannot be opened: Permission denied" \
+      "${as_user[@]}" "${command[@]}" $log
+  done
+  # The files of this file system say that they have a page, and have less.
+  log=$(compgen -G '/sys/kernel/mm/*/enabled') || log=$(compgen -G '/sys/kernel/profiling')
+  if [ -n "$log" ]; then
+    expect 1 "$log: cannot be read whole: it became shorter while it was read" \
+      "${command[@]}" "$log"
+  else
+    echo 'A log that becomes shorter is left out: there is no /sys/kernel here.'
+  fi
+}
+
+# check_output COMMAND...: all of this for one program, whose command line lacks --output.
+check_output() {
+  local name=$1 command=("$programs/$1" "${@:2}")
+  "${command[@]}" >whole || fail 'does not write its text'
+  echo older >older
+
+  # A file: a new one, an older one, and the target of a link, with their modes.
+  mkdir new && (umask 027 && "${command[@]}" --output new/file) && holds new/file whole
+  [ "$(stat -c %a new/file)" = 640 ] || fail 'a new file ignores the umask'
+  chmod 604 new/file && cp older new/file
+  expect 0 '' "${command[@]}" --output new/file && holds new/file whole
+  [ "$(stat -c %a new/file)" = 604 ] || fail 'an older file loses its mode'
+  cp older new/file && ln -s file new/link && ln -s new/link link
+  expect 0 '' "${command[@]}" --output link
+  [[ -L link && -L new/link ]] && rm link new/link && holds new/file whole
+  ln -s new/later link
+  rm new/file
+  expect 0 '' "${command[@]}" --output link && holds new/later whole
+  rm link
+
+  # What is no regular file, or only another name of standard output, is written as it is.
+  expect 1 'full: cannot be written whole: No space left on device' \
+    "${command[@]}" --output full
+  expect 1 'standard output: cannot be written whole: No space left on device' \
+    bash -c '"$@" >full' - "${command[@]}"
+  expect 1 'standard output: cannot be written whole: Bad file descriptor' \
+    bash -c '"$@" >&-' - "${command[@]}"
+  [[ -c /dev/full && -L full ]] || fail 'a device is gone'
+  mkfifo fifo && { cat fifo >from_fifo & } && expect 0 '' "${command[@]}" --output fifo
+  wait
+  cmp from_fifo whole || fail 'a pipe does not get the text'
+  rm fifo
+  cp older stdout && "${command[@]}" --output /dev/stdout >>stdout
+  cmp stdout whole || fail '/dev/stdout is not written in place'
+
+  # A file that cannot be replaced in its folder is written in place; one that may not be
+  # written stays.
+  mkdir closed && cp older closed/file && chmod 666 closed/file && chmod 555 closed
+  inode=$(stat -c %i closed/file)
+  expect 0 '' "${as_user[@]}" "${command[@]}" --output closed/file && holds closed/file whole
+  [ "$(stat -c %i closed/file)" = "$inode" ] || fail 'the folder was not closed'
+  expect 1 'closed/new: cannot be created: Permission denied' \
+    "${as_user[@]}" "${command[@]}" --output closed/new
+  mkdir open && chmod 777 open && cp older open/file && chmod 444 open/file
+  expect 1 'open/file: cannot be created: Permission denied' \
+    "${as_user[@]}" "${command[@]}" --output open/file
+  holds open/file older
+  chmod 755 closed
+  for path in new new/missing/file; do
+    reason='No such file or directory'
+    [ "$path" = new ] && reason='Is a directory'
+    expect 1 "$path: cannot be created: $reason" "${command[@]}" --output "$path"
+  done
+
+  # A failure leaves the older file.
+  cp older new/later
+  expect 1 'new/later: cannot be written whole: File too large' \
+    bash -c 'ulimit -f 1; exec "$@"' - "${command[@]}" --output new/later
+  holds new/later older
+  # So does a closed stream: messages do not get into the file that is opened next.
+  bash -c 'exec "$@" 2>&-' - "${command[@]}" --output new/later
+  holds new/later whole
+
+  # The log survives, by whatever name it stands for the output.
+  for log in log.bin ./new/../log.bin hard.bin soft.bin; do
+    expect 1 "log.bin: the $noun would go into the log itself" "${command[@]}" --output "$log"
+  done
+  for into in '' '--output /dev/stdout'; do
+    expect 1 "log.bin: the $noun would go into the log itself" \
+      bash -c "\"\$@\" $into >>log.bin" - "${command[@]}"
+  done
+  # A pipe that nobody reads any more ends the run, even if the signal is ignored.
+  expect 141 '' bash -c 'trap "" PIPE; exec 3> >(:); wait $!; "$@" >&3' - "${command[@]}"
+  cmp log.bin copy.bin || fail 'the log has changed'
+  rm -rf new open closed stdout from_fifo whole older
+}
+
+noun=table
+check_log lumo-profile-export --input_profile_data
+check_output lumo-profile-export --input_profile_data log.bin
+[ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
+exit "$failed"
