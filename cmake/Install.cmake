@@ -4,7 +4,8 @@ include(GNUInstallDirs)
 set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
     CACHE STRING "Where zsh looks for completions, mostly below the prefix")
 
-foreach(program IN ITEMS lumo-profile-viewer lumo-profile-export)
+foreach(program IN ITEMS lumo-profile-viewer lumo-profile-export
+        lumo-profile-compare)
   install(TARGETS ${program})
   install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   # bash looks for a file of the program's name; one file knows both.

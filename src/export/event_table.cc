@@ -1,6 +1,5 @@
 #include "export/event_table.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -11,6 +10,7 @@
 
 #include "model/event_fields.h"
 #include "model/message_groups.h"
+#include "program/csv_field.h"
 
 namespace lumo {
 namespace {
@@ -20,27 +20,6 @@ using EventVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingEvent>>;
 constexpr std::string_view kColumns =
     "message,kind,graph_index,run,backend,timestamp,event,parent,level,"
     "position,name,type,value,unit,node_id\n";
-
-bool NeedsQuotes(char c) {
-  return c == ',' || c == '"' || c == '\r' || c == '\n';
-}
-
-// Appends `field`, quoted where a reader would take it for several otherwise. A
-// quote inside it is doubled.
-void AppendField(std::string_view field, std::string* row) {
-  if (std::none_of(field.begin(), field.end(), NeedsQuotes)) {
-    *row += field;
-    return;
-  }
-  *row += '"';
-  for (const char c : field) {
-    *row += c;
-    if (c == '"') {
-      *row += '"';
-    }
-  }
-  *row += '"';
-}
 
 // The name of the number in the schema, or the number.
 void AppendType(ProfileEventType type, std::string* row) {
@@ -79,7 +58,7 @@ void WriteEvents(const EventVector* events, const std::string& parent,
     row += number + ',';
     row += parent + ',';
     row += std::to_string(level) + ',' + std::to_string(i) + ',';
-    AppendField(name, &row);
+    AppendCsvField(name, &row);
     row += ',';
     AppendType(event.type(), &row);
     row += ',' + std::to_string(event.value()) + ',';

@@ -1,8 +1,8 @@
 #include "model/message_groups.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
-#include <vector>
 
 namespace lumo {
 namespace {
@@ -61,6 +61,21 @@ MessageGroups GroupMessages(const ProfilingLog& log) {
 MessageRange RunsOf(const MessageGroups& groups, RunKind kind) {
   return kind == RunKind::kFinalize ? groups.finalize_runs
                                     : groups.execute_runs;
+}
+
+std::vector<std::int32_t> CountRuns(const MessageGroups& groups, RunKind kind) {
+  std::vector<std::int32_t> counts(
+      static_cast<std::size_t>(groups.graph_count));
+  const MessageRange runs = RunsOf(groups, kind);
+  for (std::int32_t i = runs.first; i < runs.end; ++i) {
+    // A negative number becomes one that is larger than any.
+    const auto graph =
+        static_cast<std::size_t>(GraphOf(MessageAt(*groups.messages, i)));
+    if (graph < counts.size()) {
+      ++counts[graph];
+    }
+  }
+  return counts;
 }
 
 std::int32_t GraphOf(const ProfilingMessage& message) {

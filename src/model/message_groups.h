@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <flatbuffers/flatbuffers.h>
 
@@ -58,6 +59,10 @@ MessageGroups GroupMessages(const ProfilingLog& log);
 
 // Returns the range of the runs of `kind`.
 MessageRange RunsOf(const MessageGroups& groups, RunKind kind);
+
+// Returns how many runs of `kind` each graph has, element g for graph g. Runs
+// that belong to no graph are ignored.
+std::vector<std::int32_t> CountRuns(const MessageGroups& groups, RunKind kind);
 
 // Returns the graph that a message belongs to: the low 32 bits of its index,
 // read as a signed number. It is that of a graph only if it is in 0 to

@@ -40,7 +40,7 @@ void SetOption(const Option& one, const char* argument) {
   if (argument == nullptr) {
     *std::get<bool*>(one.value) = true;
   } else {
-    *std::get<std::string*>(one.value) = argument;
+    *std::get<std::optional<std::string>*>(one.value) = argument;
   }
 }
 

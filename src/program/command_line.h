@@ -16,10 +16,10 @@
 namespace lumo {
 
 // A long option. A switch sets its flag; any other takes an argument, which
-// replaces its text.
+// becomes its text.
 struct Option {
   const char* name;
-  std::variant<bool*, std::string*> value;
+  std::variant<bool*, std::optional<std::string>*> value;
 };
 
 // Reads the words of the command line in order. Adds those that are not

@@ -1,0 +1,120 @@
+// Two logs side by side: which series belong together, their figures, and
+// whether they differ.
+
+#ifndef LUMO_COMPARE_COMPARISON_H_
+#define LUMO_COMPARE_COMPARISON_H_
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "model/event_series.h"
+#include "model/message_groups.h"
+
+namespace lumo {
+
+// The series of one log, and how many runs each graph has. Element g of each
+// list belongs to graph g.
+struct LogSeries {
+  // For each kind of run, at the number of the RunKind: the top-level events in
+  // every unit, and the runs of each graph.
+  std::vector<EventSeriesMap> events[2];
+  std::vector<std::int32_t> run_counts[2];
+  // The operations of the execute runs.
+  std::vector<EventSeriesMap> operations;
+};
+
+// Returns the series of a log with these messages, every one of which must
+// belong to a graph. Names point into the log.
+LogSeries CollectLogSeries(const MessageGroups& groups);
+
+// A top-level event, or an operation: a node event directly below one.
+enum class Level { kEvent, kOperation };
+
+enum class Verdict {
+  // The mean after is really higher or lower than the mean before.
+  kHigher,
+  kLower,
+  kNoDifference,
+  // Both logs have the series, but too few values or an infinite deviation.
+  kNoTest,
+  kOnlyBefore,
+  kOnlyAfter,
+};
+
+// One series of one log.
+struct Figures {
+  // All its values, in the log's order; points into a LogSeries.
+  const std::vector<float>* values;
+  // How many values the figures are computed from: those after the warm-up, or
+  // the only one.
+  std::int32_t n;
+  // Mean() and SampleDeviation() of these values. Without a meaning if n is 0.
+  float mean;
+  float stdev;
+};
+
+// A series that both logs have, or one of them. At least one side exists.
+struct SeriesPair {
+  Level level;
+  std::string_view name;
+  // Which it is, from 0, among the series of its graph, kind, level, unit and
+  // name, in the order of their keys.
+  std::int32_t occurrence;
+  // That of the first value, see UnitText().
+  std::string_view unit;
+  std::optional<Figures> before;
+  std::optional<Figures> after;
+  // The change of the mean in percent of the mean before. Nothing if there are
+  // no two means or the mean before is 0.
+  std::optional<double> change_percent;
+  // The p-value of Welch's t test, adjusted for the number of all tests.
+  // Nothing if the pair was not tested.
+  std::optional<double> p_adjusted;
+  Verdict verdict;
+};
+
+// The runs of one kind of one graph.
+struct ComparedRuns {
+  RunKind kind;
+  std::int32_t graph;
+  std::int32_t runs_before;
+  std::int32_t runs_after;
+  // Pairs of events in the order of the log before; pairs of operations by the
+  // size of the difference of the means, largest first; then the series that
+  // only the log before has, and those that only the log after has, both in
+  // their log's order, events before operations. Ties keep the log's order.
+  std::vector<SeriesPair> pairs;
+};
+
+// Compares the series of two logs. The figures exclude the first `num_warmup`
+// values, from 0, of a series of several; a difference is real if its adjusted
+// p-value is below 1 - `confidence` / 100, with a confidence above 0 and below
+// 100.
+//
+// Returns the finalize runs of all graphs, then the execute runs of all graphs,
+// without those that have no series. It refers to both arguments.
+std::vector<ComparedRuns> CompareSeries(const LogSeries& before,
+                                        const LogSeries& after,
+                                        std::int32_t num_warmup,
+                                        double confidence);
+
+// Returns the p-value of Welch's t test, two-sided, for the means of two
+// samples: the probability of a difference as large as theirs if there is none.
+// Both must have n >= 2 and a finite deviation. If both deviations are 0 it is
+// 1 for equal means and 0 for others.
+//
+// t = (mean1 - mean2) / sqrt(v1 + v2) with v = stdev^2 / n, and the degrees of
+// freedom by Welch and Satterthwaite, (v1 + v2)^2 / (v1^2 / (n1 - 1) +
+// v2^2 / (n2 - 1)), in double precision from the figures as they are.
+double WelchTest(const Figures& before, const Figures& after);
+
+// Replaces p-values by those adjusted by Holm's method: the i-th smallest of m,
+// from 0, is multiplied by m - i, is at least the adjusted one before it, and
+// at most 1. The order of `p_values` stays.
+void AdjustByHolm(std::vector<double>* p_values);
+
+}  // namespace lumo
+
+#endif  // LUMO_COMPARE_COMPARISON_H_

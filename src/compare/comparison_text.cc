@@ -1,0 +1,308 @@
+#include "compare/comparison_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+
+#include "model/printable.h"
+#include "program/csv_field.h"
+
+namespace lumo {
+namespace {
+
+// The longest is a float's 39 digits and two decimals.
+using Digits = std::array<char, 64>;
+
+// "1949.60"
+std::string Fixed(double number) {
+  Digits digits;
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                    std::chars_format::fixed, 2);
+  return {digits.data(), written.ptr};
+}
+
+// "0.00123", with up to `precision` significant digits.
+std::string Significant(double number, int precision) {
+  Digits digits;
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                    std::chars_format::general, precision);
+  return {digits.data(), written.ptr};
+}
+
+// The fewest digits that read back to the same float.
+std::string Shortest(float number) {
+  Digits digits;
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  return {digits.data(), written.ptr};
+}
+
+bool IsDifferent(const SeriesPair& pair) {
+  return pair.verdict == Verdict::kHigher || pair.verdict == Verdict::kLower;
+}
+
+// The cells of a line before the unit and the name, each right-aligned in its
+// column.
+constexpr std::size_t kColumns = 9;
+using Cells = std::array<std::string, kColumns>;
+
+// "~" says that no difference is proven, as quietly as it can be said.
+std::string VerdictCell(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kHigher:
+      return "higher";
+    case Verdict::kLower:
+      return "lower";
+    case Verdict::kNoDifference:
+      return "~";
+    case Verdict::kNoTest:
+      return "no test";
+    case Verdict::kOnlyBefore:
+      return "only before";
+    case Verdict::kOnlyAfter:
+      return "only after";
+  }
+  return "";
+}
+
+void SetFigures(const std::optional<Figures>& figures, std::string* cells) {
+  if (figures) {
+    cells[0] = std::to_string(figures->n);
+    if (figures->n > 0) {
+      cells[1] = Fixed(figures->mean);
+      cells[2] = Fixed(figures->stdev);
+    }
+  }
+}
+
+Cells MakeCells(const SeriesPair& pair) {
+  Cells cells;
+  SetFigures(pair.before, &cells[0]);
+  SetFigures(pair.after, &cells[3]);
+  if (pair.change_percent) {
+    cells[6] = (*pair.change_percent < 0 ? "" : "+") +
+               Fixed(*pair.change_percent) + "%";
+  }
+  if (pair.p_adjusted) {
+    cells[7] = Significant(*pair.p_adjusted, 2);
+  }
+  cells[8] = VerdictCell(pair.verdict);
+  return cells;
+}
+
+const Cells kHeadings = {"n",     "before", "stdev", "n",      "after",
+                         "stdev", "change", "p",     "verdict"};
+
+// The lines of one block, as cells, and how wide their columns are.
+struct Layout {
+  std::vector<Cells> lines;
+  std::array<std::size_t, kColumns> widths;
+  std::size_t unit_width;
+};
+
+Layout MakeLayout(const ComparedRuns& runs) {
+  Layout layout = {{}, {}, 4};
+  for (std::size_t column = 0; column < kColumns; ++column) {
+    layout.widths[column] = kHeadings[column].size();
+  }
+  for (const SeriesPair& pair : runs.pairs) {
+    layout.lines.push_back(MakeCells(pair));
+    for (std::size_t column = 0; column < kColumns; ++column) {
+      layout.widths[column] =
+          std::max(layout.widths[column], layout.lines.back()[column].size());
+    }
+    layout.unit_width = std::max(layout.unit_width, pair.unit.size());
+  }
+  return layout;
+}
+
+// "  5  1949.60  7.57  10  1925.40  6.00  -1.24%  3e-05  lower  us     | name"
+std::string JoinCells(const Layout& layout, const Cells& cells,
+                      std::string_view unit, std::string_view name) {
+  std::string line;
+  for (std::size_t column = 0; column < kColumns; ++column) {
+    line.append(2 + layout.widths[column] - cells[column].size(), ' ');
+    line += cells[column];
+  }
+  line += "  ";
+  line += unit;
+  line.append(layout.unit_width - unit.size(), ' ');
+  line += " | ";
+  line += name;
+  return line;
+}
+
+// What a pair is listed under.
+std::string_view SectionOf(const SeriesPair& pair) {
+  if (pair.verdict == Verdict::kOnlyBefore) {
+    return "Only before";
+  }
+  if (pair.verdict == Verdict::kOnlyAfter) {
+    return "Only after";
+  }
+  return pair.level == Level::kEvent ? "Top-level events"
+                                     : "Operations, largest change first";
+}
+
+// The beginning of the terminal's sequence for bold and red or green.
+std::string_view ColorOf(Verdict verdict) {
+  return verdict == Verdict::kHigher ? "\033[1;31m" : "\033[1;32m";
+}
+
+std::string CountRuns(std::int32_t runs) {
+  return std::to_string(runs) + (runs == 1 ? " run" : " runs");
+}
+
+void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
+                const ComparisonSettings& settings, bool in_color) {
+  stream << "Graph " << runs.graph << ", " << RunKindText(runs.kind)
+         << " runs, warm-up " << settings.num_warmup
+         << "\n  before: " << Printable(settings.before) << ", "
+         << CountRuns(runs.runs_before)
+         << "\n  after:  " << Printable(settings.after) << ", "
+         << CountRuns(runs.runs_after) << "\n\n";
+  const Layout layout = MakeLayout(runs);
+  stream << JoinCells(layout, kHeadings, "unit", "name") << '\n';
+  std::string_view section;
+  for (std::size_t i = 0; i < runs.pairs.size() && stream.good(); ++i) {
+    const SeriesPair& pair = runs.pairs[i];
+    if (SectionOf(pair) != section) {
+      section = SectionOf(pair);
+      stream << section << ":\n";
+    }
+    const std::string line =
+        JoinCells(layout, layout.lines[i], pair.unit, Printable(pair.name));
+    if (in_color && IsDifferent(pair)) {
+      stream << ColorOf(pair.verdict) << line << "\033[0m\n";
+    } else {
+      stream << line << '\n';
+    }
+  }
+  stream << '\n';
+}
+
+// "19 pairs compared, 5 differ (17 tested, 99% confidence)"
+void WriteCounts(std::ostream& stream,
+                 const std::vector<ComparedRuns>& all_runs, double confidence) {
+  std::size_t compared = 0;
+  std::size_t tested = 0;
+  std::size_t different = 0;
+  for (const ComparedRuns& runs : all_runs) {
+    for (const SeriesPair& pair : runs.pairs) {
+      compared += pair.before && pair.after ? 1U : 0U;
+      tested += pair.p_adjusted ? 1U : 0U;
+      different += IsDifferent(pair) ? 1U : 0U;
+    }
+  }
+  stream << compared << (compared == 1 ? " pair" : " pairs") << " compared, "
+         << different << (different == 1 ? " differs (" : " differ (") << tested
+         << " tested, " << Significant(confidence, 6) << "% confidence)\n";
+}
+
+void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
+  const bool has_mean = figures && figures->n > 0;
+  *row += figures ? std::to_string(figures->n) : "";
+  *row += ',' + (has_mean ? Shortest(figures->mean) : "");
+  *row += ',' + (has_mean ? Shortest(figures->stdev) : "") + ',';
+}
+
+}  // namespace
+
+std::string_view LevelText(Level level) {
+  return level == Level::kEvent ? "event" : "operation";
+}
+
+std::string_view RunKindText(RunKind kind) {
+  return kind == RunKind::kFinalize ? "finalize" : "execute";
+}
+
+std::string_view VerdictText(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kHigher:
+      return "higher";
+    case Verdict::kLower:
+      return "lower";
+    case Verdict::kNoDifference:
+      return "no_difference";
+    case Verdict::kNoTest:
+      return "no_test";
+    case Verdict::kOnlyBefore:
+      return "only_before";
+    case Verdict::kOnlyAfter:
+      return "only_after";
+  }
+  return "";
+}
+
+void WriteComparison(std::ostream& stream,
+                     const std::vector<ComparedRuns>& all_runs,
+                     const ComparisonSettings& settings, bool in_color) {
+  for (const ComparedRuns& runs : all_runs) {
+    if (!stream.good()) {
+      return;
+    }
+    WriteBlock(stream, runs, settings, in_color);
+  }
+  WriteCounts(stream, all_runs, settings.confidence);
+}
+
+void WriteComparisonRows(std::ostream& stream,
+                         const std::vector<ComparedRuns>& all_runs) {
+  stream << "kind,graph,level,name,occurrence,unit,n_before,mean_before,"
+            "stdev_before,n_after,mean_after,stdev_after,change_percent,"
+            "p_adjusted,verdict\n";
+  std::string row;
+  for (const ComparedRuns& runs : all_runs) {
+    for (const SeriesPair& pair : runs.pairs) {
+      if (!stream.good()) {
+        return;
+      }
+      row = RunKindText(runs.kind);
+      row += ',' + std::to_string(runs.graph) + ',';
+      row += LevelText(pair.level);
+      row += ',';
+      AppendCsvField(pair.name, &row);
+      row += ',' + std::to_string(pair.occurrence) + ',';
+      row += pair.unit;
+      row += ',';
+      AppendFigures(pair.before, &row);
+      AppendFigures(pair.after, &row);
+      row += pair.change_percent ? Significant(*pair.change_percent, 6) : "";
+      row += ',';
+      row += pair.p_adjusted ? Significant(*pair.p_adjusted, 6) : "";
+      row += ',';
+      row += VerdictText(pair.verdict);
+      row += '\n';
+      stream << row;
+    }
+  }
+}
+
+std::optional<std::string> DescribeWorstSlowdown(
+    const std::vector<ComparedRuns>& all_runs, double max_slowdown) {
+  double worst = max_slowdown;
+  std::optional<std::string> text;
+  for (const ComparedRuns& runs : all_runs) {
+    for (const SeriesPair& pair : runs.pairs) {
+      const double rise = pair.change_percent.value_or(HUGE_VAL);
+      if (pair.verdict == Verdict::kHigher && rise > worst &&
+          (pair.unit == "us" || pair.unit == "cycles")) {
+        worst = rise;
+        text = "graph " + std::to_string(runs.graph) + ", ";
+        *text += RunKindText(runs.kind);
+        *text += ", ";
+        *text += LevelText(pair.level);
+        *text += " [" + Printable(pair.name) + "]: ";
+        *text += pair.change_percent ? Fixed(rise) + "% higher" : "up from 0";
+        *text += ", more than " + Significant(max_slowdown, 6) + "%";
+      }
+    }
+  }
+  return text;
+}
+
+}  // namespace lumo

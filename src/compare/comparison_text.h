@@ -1,0 +1,62 @@
+// A comparison as text: for people, and as rows for other programs.
+
+#ifndef LUMO_COMPARE_COMPARISON_TEXT_H_
+#define LUMO_COMPARE_COMPARISON_TEXT_H_
+
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "compare/comparison.h"
+
+namespace lumo {
+
+// What a comparison was made of and how.
+struct ComparisonSettings {
+  // The paths of the two logs.
+  std::string before;
+  std::string after;
+  // As for CompareSeries().
+  std::int32_t num_warmup;
+  double confidence;
+};
+
+// Returns "event" or "operation".
+std::string_view LevelText(Level level);
+
+// Returns "finalize" or "execute".
+std::string_view RunKindText(RunKind kind);
+
+// Returns "higher", "lower", "no_difference", "no_test", "only_before" or
+// "only_after".
+std::string_view VerdictText(Verdict verdict);
+
+// Writes a block for each element of `all_runs` and a last line with the
+// numbers of pairs. Figures have two decimals and stand before the names, which
+// are escaped as Printable() does it. With `in_color`, lines of pairs that
+// differ have the colors of a terminal. Stops after a failed write.
+void WriteComparison(std::ostream& stream,
+                     const std::vector<ComparedRuns>& all_runs,
+                     const ComparisonSettings& settings, bool in_color);
+
+// Writes the same as comma-separated rows below a row with the names of the
+// columns. What does not exist is an empty field. Means and deviations have the
+// fewest digits that read back to the same float, the change and the p-value
+// six significant digits; names are written as they are stored. Stops after a
+// failed write.
+void WriteComparisonRows(std::ostream& stream,
+                         const std::vector<ComparedRuns>& all_runs);
+
+// Returns a line about the pair in microseconds or cycles that rose most, of
+// those with the verdict kHigher that rose by more than `max_slowdown` percent,
+// such as "graph 0, execute, operation [Conv]: 9.26% higher, more than 5%".
+// Returns nothing if there is none. A rise from 0 exceeds every percentage.
+std::optional<std::string> DescribeWorstSlowdown(
+    const std::vector<ComparedRuns>& all_runs, double max_slowdown);
+
+}  // namespace lumo
+
+#endif  // LUMO_COMPARE_COMPARISON_TEXT_H_

@@ -1,0 +1,147 @@
+// lumo-profile-compare: sets the profiling logs of before and after a change
+// side by side and tells which differences are real.
+
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+#include "compare/compared_log.h"
+#include "compare/comparison.h"
+#include "compare/comparison_text.h"
+#include "model/printable.h"
+#include "program/command_line.h"
+#include "program/output.h"
+#include "program/program.h"
+
+namespace {
+
+constexpr lumo::Program kProgram = {
+    "lumo-profile-compare",
+    "usage: lumo-profile-compare [OPTION]... BEFORE AFTER\n"
+    "Compares two profiling logs and tells which differences are real.\n"
+    "\n"
+    "  --num_warmup W          runs to exclude as warm-up; default: 1\n"
+    "  --confidence PERCENT    how sure to be of a difference; default: 99\n"
+    "  --max_slowdown PERCENT  end with status 3 if a time or a number of "
+    "cycles\n"
+    "                          really rises by more than this\n"
+    "  --csv                   write comma-separated rows for other programs\n"
+    "  --output FILE           where the text goes; default: standard output\n"
+    "  --help                  print this text and end\n"
+    "  --version               print the version and end\n"};
+
+constexpr int kTooSlow = 3;
+
+struct Options {
+  std::int32_t num_warmup = 1;
+  double confidence = 99.0;
+  std::optional<double> max_slowdown;
+  bool csv = false;
+  std::string output;
+  std::string before;
+  std::string after;
+};
+
+// Sets `options`. Returns the status to end with, or nothing if the run goes
+// on.
+std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
+  std::optional<std::string> num_warmup;
+  std::optional<std::string> confidence;
+  std::optional<std::string> max_slowdown;
+  std::optional<std::string> output;
+  std::vector<std::string> logs;
+  if (const std::optional<int> status =
+          lumo::ParseCommandLine(kProgram, argc, argv,
+                                 {{"num_warmup", &num_warmup},
+                                  {"confidence", &confidence},
+                                  {"max_slowdown", &max_slowdown},
+                                  {"csv", &options->csv},
+                                  {"output", &output}},
+                                 2, &logs)) {
+    return status;
+  }
+  const auto reject = [](const char* rule, const std::string& text) {
+    std::string message = rule;
+    message += ", not [" + lumo::Printable(text) + "]";
+    return lumo::RejectCommandLine(kProgram, message);
+  };
+  if (num_warmup &&
+      !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
+    return reject("--num_warmup takes a whole number from 0 to 2147483647",
+                  *num_warmup);
+  }
+  if (confidence &&
+      (!lumo::ParsePercentage(*confidence, &options->confidence) ||
+       options->confidence <= 0.0 || options->confidence >= 100.0)) {
+    return reject("--confidence takes a percentage above 0 and below 100",
+                  *confidence);
+  }
+  if (max_slowdown &&
+      !lumo::ParsePercentage(*max_slowdown, &options->max_slowdown.emplace())) {
+    return reject("--max_slowdown takes a percentage from 0 on", *max_slowdown);
+  }
+  options->output = output.value_or("");
+  if (logs.size() < 2 || logs[0].empty() || logs[1].empty()) {
+    return lumo::RejectCommandLine(kProgram, "two logs must be named");
+  }
+  options->before = logs[0];
+  options->after = logs[1];
+  return std::nullopt;
+}
+
+// Returns whether lines may be colored: if people see them, and did not ask
+// for plain ones.
+bool IsColorful(const std::string& output) {
+  const char* const no_color = std::getenv("NO_COLOR");
+  return output.empty() && isatty(STDOUT_FILENO) == 1 &&
+         (no_color == nullptr || *no_color == '\0');
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  lumo::PrepareProcess();
+
+  Options options;
+  if (const std::optional<int> status = ParseOptions(argc, argv, &options)) {
+    return *status;
+  }
+  std::string error;
+  const auto before = lumo::LoadComparedLog(options.before, &error);
+  if (!before) {
+    return lumo::Fail(kProgram, error);
+  }
+  const auto after = lumo::LoadComparedLog(options.after, &error);
+  if (!after) {
+    return lumo::Fail(kProgram, error);
+  }
+  const std::vector<lumo::ComparedRuns> all_runs = lumo::CompareSeries(
+      before->series, after->series, options.num_warmup, options.confidence);
+  const int status = lumo::WriteOutput(
+      kProgram, options.output, {options.before, options.after}, "comparison",
+      [&](std::ostream& stream) {
+        if (options.csv) {
+          lumo::WriteComparisonRows(stream, all_runs);
+        } else {
+          lumo::WriteComparison(stream, all_runs,
+                                {options.before, options.after,
+                                 options.num_warmup, options.confidence},
+                                IsColorful(options.output));
+        }
+      });
+  if (status != 0 || !options.max_slowdown) {
+    return status;
+  }
+  const std::optional<std::string> slowdown =
+      lumo::DescribeWorstSlowdown(all_runs, *options.max_slowdown);
+  if (!slowdown) {
+    return 0;
+  }
+  lumo::Fail(kProgram, *slowdown);
+  return kTooSlow;
+}
