@@ -22,31 +22,34 @@ using PairKey = std::tuple<std::string_view, std::string_view, std::int32_t>;
 // A series of one log, and its place in the log's order.
 struct Candidate {
   std::size_t place;
-  const EventSeries* series;
+  const EventSeriesMap::value_type* series;
 };
 
 std::map<PairKey, Candidate> FindCandidates(const EventSeriesMap& series) {
   std::map<PairKey, Candidate> candidates;
   std::map<std::pair<std::string_view, std::string_view>, std::int32_t> seen;
   std::size_t place = 0;
-  for (const auto& [key, one] : series) {
-    const std::int32_t occurrence = seen[{one.unit, key.name}]++;
-    candidates.emplace(PairKey{one.unit, key.name, occurrence},
-                       Candidate{place, &one});
+  for (const auto& entry : series) {
+    const std::string_view name = entry.first.name;
+    const std::string_view unit = entry.second.unit;
+    const std::int32_t occurrence = seen[{unit, name}]++;
+    candidates.emplace(PairKey{unit, name, occurrence},
+                       Candidate{place, &entry});
     ++place;
   }
   return candidates;
 }
 
-Figures ComputeFigures(const EventSeries& series, std::int32_t num_warmup) {
-  const std::span<const float> values(series.values);
+Figures ComputeFigures(const EventSeriesMap::value_type* series,
+                       std::int32_t num_warmup) {
+  const std::span<const float> values(series->second.values);
   const std::size_t excluded =
       values.size() == 1
           ? 0
           : std::min(values.size(), static_cast<std::size_t>(num_warmup));
   const std::span<const float> measured = values.subspan(excluded);
   const float mean = Mean(measured);
-  return {&series.values, static_cast<std::int32_t>(measured.size()), mean,
+  return {series, static_cast<std::int32_t>(measured.size()), mean,
           SampleDeviation(measured, mean)};
 }
 
@@ -105,9 +108,9 @@ void AppendPairs(Level level, const EventSeriesMap& before,
     PlacedPair placed =
         MakePair(level, is_common ? Verdict::kNoTest : Verdict::kOnlyBefore,
                  key, candidate.place);
-    placed.pair.before = ComputeFigures(*candidate.series, num_warmup);
+    placed.pair.before = ComputeFigures(candidate.series, num_warmup);
     if (is_common) {
-      placed.pair.after = ComputeFigures(*match->second.series, num_warmup);
+      placed.pair.after = ComputeFigures(match->second.series, num_warmup);
       SetDifference(&placed);
       unmatched.erase(match);
     }
@@ -116,7 +119,7 @@ void AppendPairs(Level level, const EventSeriesMap& before,
   for (const auto& [key, candidate] : unmatched) {
     PlacedPair placed =
         MakePair(level, Verdict::kOnlyAfter, key, candidate.place);
-    placed.pair.after = ComputeFigures(*candidate.series, num_warmup);
+    placed.pair.after = ComputeFigures(candidate.series, num_warmup);
     pairs->push_back(placed);
   }
 }

@@ -14,6 +14,9 @@
 
 namespace lumo {
 
+// How sure to be of a difference, in percent, if nobody says otherwise.
+inline constexpr double kDefaultConfidence = 99.0;
+
 // The series of one log, and how many runs each graph has. Element g of each
 // list belongs to graph g.
 struct LogSeries {
@@ -45,8 +48,8 @@ enum class Verdict {
 
 // One series of one log.
 struct Figures {
-  // All its values, in the log's order; points into a LogSeries.
-  const std::vector<float>* values;
+  // Its key and all its values, in the log's order; points into a LogSeries.
+  const EventSeriesMap::value_type* series;
   // How many values the figures are computed from: those after the warm-up, or
   // the only one.
   std::int32_t n;

@@ -2,44 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstddef>
 
+#include "compare/figure_text.h"
 #include "model/printable.h"
 #include "program/csv_field.h"
 
 namespace lumo {
 namespace {
-
-// The longest is a float's 39 digits and two decimals.
-using Digits = std::array<char, 64>;
-
-// "1949.60"
-std::string Fixed(double number) {
-  Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                    std::chars_format::fixed, 2);
-  return {digits.data(), written.ptr};
-}
-
-// "0.00123", with up to `precision` significant digits.
-std::string Significant(double number, int precision) {
-  Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                    std::chars_format::general, precision);
-  return {digits.data(), written.ptr};
-}
-
-// The fewest digits that read back to the same float.
-std::string Shortest(float number) {
-  Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number);
-  return {digits.data(), written.ptr};
-}
 
 bool IsDifferent(const SeriesPair& pair) {
   return pair.verdict == Verdict::kHigher || pair.verdict == Verdict::kLower;
@@ -73,8 +44,8 @@ void SetFigures(const std::optional<Figures>& figures, std::string* cells) {
   if (figures) {
     cells[0] = std::to_string(figures->n);
     if (figures->n > 0) {
-      cells[1] = Fixed(figures->mean);
-      cells[2] = Fixed(figures->stdev);
+      cells[1] = FixedText(figures->mean);
+      cells[2] = FixedText(figures->stdev);
     }
   }
 }
@@ -85,10 +56,10 @@ Cells MakeCells(const SeriesPair& pair) {
   SetFigures(pair.after, &cells[3]);
   if (pair.change_percent) {
     cells[6] = (*pair.change_percent < 0 ? "" : "+") +
-               Fixed(*pair.change_percent) + "%";
+               FixedText(*pair.change_percent) + "%";
   }
   if (pair.p_adjusted) {
-    cells[7] = Significant(*pair.p_adjusted, 2);
+    cells[7] = SignificantText(*pair.p_adjusted, 2);
   }
   cells[8] = VerdictCell(pair.verdict);
   return cells;
@@ -200,14 +171,14 @@ void WriteCounts(std::ostream& stream,
   }
   stream << compared << (compared == 1 ? " pair" : " pairs") << " compared, "
          << different << (different == 1 ? " differs (" : " differ (") << tested
-         << " tested, " << Significant(confidence, 6) << "% confidence)\n";
+         << " tested, " << SignificantText(confidence, 6) << "% confidence)\n";
 }
 
 void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
   const bool has_mean = figures && figures->n > 0;
   *row += figures ? std::to_string(figures->n) : "";
-  *row += ',' + (has_mean ? Shortest(figures->mean) : "");
-  *row += ',' + (has_mean ? Shortest(figures->stdev) : "") + ',';
+  *row += ',' + (has_mean ? ShortestText(figures->mean) : "");
+  *row += ',' + (has_mean ? ShortestText(figures->stdev) : "") + ',';
 }
 
 }  // namespace
@@ -271,9 +242,10 @@ void WriteComparisonRows(std::ostream& stream,
       row += ',';
       AppendFigures(pair.before, &row);
       AppendFigures(pair.after, &row);
-      row += pair.change_percent ? Significant(*pair.change_percent, 6) : "";
+      row +=
+          pair.change_percent ? SignificantText(*pair.change_percent, 6) : "";
       row += ',';
-      row += pair.p_adjusted ? Significant(*pair.p_adjusted, 6) : "";
+      row += pair.p_adjusted ? SignificantText(*pair.p_adjusted, 6) : "";
       row += ',';
       row += VerdictText(pair.verdict);
       row += '\n';
@@ -297,8 +269,9 @@ std::optional<std::string> DescribeWorstSlowdown(
         *text += ", ";
         *text += LevelText(pair.level);
         *text += " [" + Printable(pair.name) + "]: ";
-        *text += pair.change_percent ? Fixed(rise) + "% higher" : "up from 0";
-        *text += ", more than " + Significant(max_slowdown, 6) + "%";
+        *text +=
+            pair.change_percent ? FixedText(rise) + "% higher" : "up from 0";
+        *text += ", more than " + SignificantText(max_slowdown, 6) + "%";
       }
     }
   }

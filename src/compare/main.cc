@@ -39,7 +39,7 @@ constexpr int kTooSlow = 3;
 
 struct Options {
   std::int32_t num_warmup = 1;
-  double confidence = 99.0;
+  double confidence = lumo::kDefaultConfidence;
   std::optional<double> max_slowdown;
   bool csv = false;
   std::string output;

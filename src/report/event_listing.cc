@@ -21,45 +21,16 @@ namespace {
 // Indentations are counted in steps of four blanks.
 constexpr std::int32_t kTopLevelDepth = 3;
 
-// Returns the engines of a resource mask in the order of their bits, such as
-// "VPU, TMU, DMA"; bits without an engine add nothing.
-std::string ResourceMaskText(std::uint8_t mask) {
-  constexpr std::string_view kEngines[] = {"VPU", "TMU", "DMA"};
-  std::string text;
-  unsigned bit = 1;
-  for (const std::string_view engine : kEngines) {
-    if ((mask & bit) != 0) {
-      text += text.empty() ? "" : ", ";
-      text += engine;
-    }
-    bit <<= 1;
-  }
-  return text;
-}
-
-// "75.00% | name: 1500 cycles" for an operation, "name" for a background
-// operation, "name: VPU, TMU" for a resource mask, else "name: 1500 cycles".
+// "75.00% | name: 1500 cycles" for an operation, "name: 1500 cycles" and the
+// like for any other event.
 void WriteEventLine(std::ostream& stream, const ProfilingEvent& event,
                     std::uint64_t parent_value) {
-  const std::string_view name = flatbuffers::GetStringView(event.name());
-  const std::uint64_t value = event.value();
-  switch (event.type()) {
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE:
-      WritePercentField(stream, static_cast<float>(value) /
-                                    static_cast<float>(parent_value) * 100.0F);
-      break;
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_CRITICAL_BG_OP_ID:
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_WAIT_BG_OP_ID:
-      stream << name << '\n';
-      return;
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_RESOURCEMASK:
-      stream << name << ": "
-             << ResourceMaskText(static_cast<std::uint8_t>(value)) << '\n';
-      return;
-    default:
-      break;
+  if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
+    WritePercentField(stream, static_cast<float>(event.value()) /
+                                  static_cast<float>(parent_value) * 100.0F);
   }
-  stream << name << ": " << value << ' ' << UnitText(event.unit()) << '\n';
+  stream << flatbuffers::GetStringView(event.name()) << ValueText(event)
+         << '\n';
 }
 
 // Returns how many different nodes the direct sub-events of `event`, of which
