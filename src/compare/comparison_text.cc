@@ -55,8 +55,7 @@ Cells MakeCells(const SeriesPair& pair) {
   SetFigures(pair.before, &cells[0]);
   SetFigures(pair.after, &cells[3]);
   if (pair.change_percent) {
-    cells[6] = (*pair.change_percent < 0 ? "" : "+") +
-               FixedText(*pair.change_percent) + "%";
+    cells[6] = ChangeText(*pair.change_percent);
   }
   if (pair.p_adjusted) {
     cells[7] = SignificantText(*pair.p_adjusted, 2);
@@ -156,24 +155,6 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
   stream << '\n';
 }
 
-// "19 pairs compared, 5 differ (17 tested, 99% confidence)"
-void WriteCounts(std::ostream& stream,
-                 const std::vector<ComparedRuns>& all_runs, double confidence) {
-  std::size_t compared = 0;
-  std::size_t tested = 0;
-  std::size_t different = 0;
-  for (const ComparedRuns& runs : all_runs) {
-    for (const SeriesPair& pair : runs.pairs) {
-      compared += pair.before && pair.after ? 1U : 0U;
-      tested += pair.p_adjusted ? 1U : 0U;
-      different += IsDifferent(pair) ? 1U : 0U;
-    }
-  }
-  stream << compared << (compared == 1 ? " pair" : " pairs") << " compared, "
-         << different << (different == 1 ? " differs (" : " differ (") << tested
-         << " tested, " << SignificantText(confidence, 6) << "% confidence)\n";
-}
-
 void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
   const bool has_mean = figures && figures->n > 0;
   *row += figures ? std::to_string(figures->n) : "";
@@ -209,6 +190,25 @@ std::string_view VerdictText(Verdict verdict) {
   return "";
 }
 
+std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+                       double confidence) {
+  std::size_t compared = 0;
+  std::size_t tested = 0;
+  std::size_t different = 0;
+  for (const ComparedRuns& runs : all_runs) {
+    for (const SeriesPair& pair : runs.pairs) {
+      compared += pair.before && pair.after ? 1U : 0U;
+      tested += pair.p_adjusted ? 1U : 0U;
+      different += IsDifferent(pair) ? 1U : 0U;
+    }
+  }
+  return std::to_string(compared) + (compared == 1 ? " pair" : " pairs") +
+         " compared, " + std::to_string(different) +
+         (different == 1 ? " differs (" : " differ (") +
+         std::to_string(tested) + " tested, " + SignificantText(confidence, 6) +
+         "% confidence)";
+}
+
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color) {
@@ -218,7 +218,7 @@ void WriteComparison(std::ostream& stream,
     }
     WriteBlock(stream, runs, settings, in_color);
   }
-  WriteCounts(stream, all_runs, settings.confidence);
+  stream << CountsText(all_runs, settings.confidence) << '\n';
 }
 
 void WriteComparisonRows(std::ostream& stream,

@@ -34,8 +34,13 @@ std::string_view RunKindText(RunKind kind);
 // "only_after".
 std::string_view VerdictText(Verdict verdict);
 
-// Writes a block for each element of `all_runs` and a last line with the
-// numbers of pairs. Figures have two decimals and stand before the names, which
+// Returns how many pairs there are and how many of them differ, such as "19
+// pairs compared, 5 differ (17 tested, 99% confidence)".
+std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+                       double confidence);
+
+// Writes a block for each element of `all_runs` and a last line with
+// CountsText(). Figures have two decimals and stand before the names, which
 // are escaped as Printable() does it. With `in_color`, lines of pairs that
 // differ have the colors of a terminal. Stops after a failed write.
 void WriteComparison(std::ostream& stream,

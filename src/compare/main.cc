@@ -70,10 +70,10 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
     message += ", not [" + lumo::Printable(text) + "]";
     return lumo::RejectCommandLine(kProgram, message);
   };
-  if (num_warmup &&
-      !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
-    return reject("--num_warmup takes a whole number from 0 to 2147483647",
-                  *num_warmup);
+  std::string error;
+  if (!lumo::ParseWholeNumber("--num_warmup", num_warmup, &options->num_warmup,
+                              &error)) {
+    return lumo::RejectCommandLine(kProgram, error);
   }
   if (confidence &&
       (!lumo::ParsePercentage(*confidence, &options->confidence) ||
