@@ -20,7 +20,9 @@ std::string FixedText(double number) {
 }
 
 std::string ChangeText(double percent) {
-  return (percent < 0 ? "" : "+") + FixedText(percent) + "%";
+  std::string text = percent < 0 ? "" : "+";
+  text += FixedText(percent);
+  return text + "%";
 }
 
 std::string SignificantText(double number, int precision) {
