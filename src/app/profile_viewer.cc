@@ -9,6 +9,7 @@
 #include "report/event_listing.h"
 #include "report/op_sections.h"
 #include "report/report_header.h"
+#include "report/text_room.h"
 
 namespace lumo {
 
@@ -114,11 +115,9 @@ bool ProfileViewer::ExportData() {
 }
 
 std::string ProfileViewer::ComposeReport() {
-  // Room for the report of a usual log, so that its text does not move while it
-  // grows: 6 % of a whole run less. What is not used of it costs address space
-  // alone.
+  // Reserved, so that a long text does not move while it grows.
   std::string room;
-  room.reserve(2 * log_storage.size());
+  room.reserve(EstimateText(*root, 60));
   report_stream.str(std::move(room));
 
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
