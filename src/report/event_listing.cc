@@ -1,5 +1,3 @@
-// The forms of an event's line, and the walk through its tree.
-
 #include "report/event_listing.h"
 
 #include <algorithm>
@@ -18,7 +16,7 @@
 namespace lumo {
 namespace {
 
-// Indentations are counted in steps of four blanks.
+// A step of indentation is four blanks.
 constexpr std::int32_t kTopLevelDepth = 3;
 
 // "75.00% | name: 1500 cycles" for an operation, "name: 1500 cycles" and the
@@ -33,8 +31,8 @@ void WriteEventLine(std::ostream& stream, const ProfilingEvent& event,
          << '\n';
 }
 
-// Returns how many different nodes the direct sub-events of `event`, of which
-// there must be some, have in their names.
+// Returns how many different node ids are in the names of the direct sub-events
+// of `event`, which must have some.
 std::size_t CountNodes(const ProfilingEvent& event) {
   std::vector<std::int32_t> ids;
   for (const ProfilingEvent* sub_event : *event.sub_events()) {
@@ -49,9 +47,9 @@ std::size_t CountNodes(const ProfilingEvent& event) {
       std::distance(ids.begin(), std::unique(ids.begin(), ids.end())));
 }
 
-// Writes the line of `event` and below it those of its sub-events, one step
-// deeper. An operation's share is one of `parent_value`, the value of the event
-// above it, which is 0 for a top-level event.
+// Writes the line of `event` and, one step deeper, those of its sub-events. An
+// operation's percentage is that of `parent_value`, the value of the enclosing
+// event, which is 0 for a top-level event.
 void WriteEventTree(std::ostream& stream, const ProfilingEvent& event,
                     std::int32_t depth, std::uint64_t parent_value) {
   stream << std::string(static_cast<std::size_t>(depth) * 4, ' ');

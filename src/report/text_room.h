@@ -11,9 +11,8 @@ namespace lumo {
 
 // Estimates, from a sample of the messages, how many bytes a text has that
 // writes the name and `bytes_per_event` further bytes of every event of a
-// verified log. To reserve so much keeps most texts from moving while they
-// grow, and promises no more than what the log has to say, whatever the size of
-// its file.
+// verified log. Reserving this much keeps most texts from moving while they
+// grow. It depends on what the log contains, not on the size of its file.
 std::size_t EstimateText(const ProfilingLog& log, std::size_t bytes_per_event);
 
 }  // namespace lumo
