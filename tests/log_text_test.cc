@@ -44,12 +44,13 @@ TEST(LogText, IsWrittenAsOneLineOnRequest) {
   ProfileViewer viewer({out, err});
   ASSERT_TRUE(viewer.LoadProfilingLog(LUMO_CASE_LOGS "/every_kind/log.bin") &&
               viewer.ReadDataFromLog());
-  viewer.output = "/dev/null";
+  viewer.output = "report.txt";
   viewer.log_text_path = "log_text.txt";
   ASSERT_TRUE(viewer.ExportData());
   std::ostringstream text;
   text << std::ifstream(viewer.log_text_path).rdbuf();
-  std::filesystem::remove(viewer.log_text_path);
+  EXPECT_TRUE(std::filesystem::remove(viewer.log_text_path));
+  EXPECT_TRUE(std::filesystem::remove(viewer.output));
   EXPECT_TRUE(text.str().starts_with("{ profiler_api_version: \"2.4.0\", o"));
   EXPECT_TRUE(text.str().ends_with("graph_index: 1, events: [  ] } ] }"));
   EXPECT_EQ(out.str() + err.str(), "");

@@ -12,9 +12,16 @@ mkdir folder
 : >empty.bin
 mkfifo pipe.bin
 truncate -s 2147483647 huge.bin
+cp log.bin log_and_4_gib.bin && truncate -s +4G log_and_4_gib.bin
 cp log.bin copy.bin && ln log.bin hard.bin && ln -s ../"${work##*/}"/log.bin soft.bin
 printf 'older and longer\n%.0s' {1..9999} >old.txt
 failed=0
+
+# Devices are used by names of this folder alone: a program that removes or replaces
+# its output would take the machine's. A link protects less than a device of our own,
+# which only root makes.
+device() { { mknod "$1" c 1 "$2" && : <"$1"; } 2>err || ln -sf "/dev/$1" .; }
+device null 3 && device zero 5 && device full 7
 
 # expect STATUS LAST_LINE_OF_STDOUT STDERR COMMAND...: runs the command, for ten
 # seconds at most, in the environment and with the streams that it sets up.
@@ -33,7 +40,7 @@ expect() {
 input() { printf -- '--input_profile_data=%s' "$1"; }
 says='[Profile Viewer] Error:'
 no_log='Verify Profiling Log Buffer failed. The buffer might be ill-formatted'
-for log in folder empty.bin pipe.bin huge.bin /dev/null /dev/zero; do
+for log in folder empty.bin pipe.bin huge.bin log_and_4_gib.bin null zero; do
   expect 1 "$says $no_log" 'Error at main:339' "$program" "$(input "$log")"
 done
 for log in missing.bin missing/log.bin log.bin/; do
@@ -51,7 +58,7 @@ done
 chmod 600 copy.bin
 located='Error in lumo-profile-viewer function at ExportData:311
 Error at main:343'
-for report in missing/r.txt folder log.bin ./folder/../log.bin hard.bin soft.bin; do
+for report in missing/r.txt log.bin ./folder/../log.bin hard.bin soft.bin; do
   expect 1 "$says Failed to create $report." "$located" \
     "$program" "$(input log.bin)" --output "$report"
 done
@@ -66,14 +73,16 @@ else expect 0 '[Profile Viewer] Output txt file: [b/r.txt]' '' \
   "${apart[@]}" "$program" "$(input a/log.bin)" --output b/r.txt; fi
 # Errors while writing are not looked at; neither are streams that are closed.
 # What the run with only standard output closed wrote is compared at the end.
-expect 0 '[Profile Viewer] Output txt file: [/dev/full]' '' \
-  "$program" "$(input log.bin)" --output /dev/full
+expect 0 '[Profile Viewer] Output txt file: [full]' '' \
+  "$program" "$(input log.bin)" --output full
 # shellcheck disable=SC2016 # $0 and $@ are the inner shell's.
 {
-  expect 0 '' '' bash -c '"$0" "$@" >/dev/full' "$program" "$(input log.bin)"
+  expect 0 '' '' bash -c '"$0" "$@" >full' "$program" "$(input log.bin)"
   expect 0 '' '' bash -c '"$0" "$@" >&-' "$program" "$(input log.bin)" --output new.txt
   expect 1 '' '' bash -c '"$0" "$@" >&- 2>&-' "$program" "$(input missing.bin)"
 }
+./export --help >full 2>err
+[ $? = 1 ] || { echo 'FAILED: --help of the exporter on a full disk'; failed=1; }
 # A run that is killed, here for the size of its report, has said what went before.
 for pair in "$(input log.bin) data: [log.bin]" '--output=r.txt file: [r.txt]' \
   '--topK=1 K: [1]' '--num_warmup=1 warmups: [1]' '--num_warmup=9 Warmup to 1.'; do
@@ -85,11 +94,39 @@ expect 1 "$says Number of Warmup: -1 < 0." "${located/ExportData:311*/ReadDataFr
 Error at main:341" "$program" "$(input log.bin)" --output=old.txt --num_warmup=-1
 [ "$(wc -l <old.txt)" = 9999 ] || { echo 'FAILED: the older report is gone'; failed=1; }
 
+# The exporter looks at errors while writing, also where all waits in a buffer until
+# the end, replaces an older table, the first of two here, and knows the log by whatever
+# name it stands for the table.
+exports() { expect "$1" '' "$2" bash -c "exec ./export $(input "$3") $4"; }
+whole='lumo-profile-export: standard output: cannot be written whole'
+for log in log.bin no_messages.bin; do
+  exports 1 "$whole" "$log" '>full'
+  exports 1 "$whole" "$log" '>&-'
+  exports 0 '' "$log" --output=table.csv
+done
+for into in --output={log.bin,./folder/../log.bin,hard.bin,soft.bin} \
+  {,--output=/dev/stdout}' >>log.bin'; do
+  exports 1 'lumo-profile-export: log.bin: the table would go into the log itself' \
+    log.bin "$into"
+done
+# A pipe that nobody reads any more ends it, even if the signal is ignored.
+expect 141 '' '' bash -c "trap '' PIPE; exec 3> >(:); wait \$!
+  exec ./export $(input log.bin) >&3"
+
+# No number follows the locale. This one groups digits and does nothing else, of which
+# localedef complains.
+printf '%s\n' CHARMAP 'END CHARMAP' >charmap
+printf '%s\n' LC_NUMERIC 'decimal_point ","' 'thousands_sep "."' 'grouping 3' \
+  'END LC_NUMERIC' >grouping
+localedef -c -f ./charmap -i grouping ./grouped >err 2>&1
+grouped=(env LOCPATH="$work" LC_ALL=grouped)
+expect 0 1.234 '' "${grouped[@]}" printf "%'d\n" 1234
 expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
-  "$program" "$(input log.bin)" --output old.txt
-if ! { "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt &&
-  cmp old.txt new.txt && cmp log.bin copy.bin; }; then
-  echo 'FAILED: a report or the log is not as it should be'
+  "${grouped[@]}" "$program" "$(input log.bin)" --output old.txt
+if ! { "${grouped[@]}" ./export "$(input log.bin)" | cmp - <(./export "$(input log.bin)") &&
+  "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt &&
+  cmp old.txt new.txt && cmp log.bin copy.bin && [ "$(wc -l <table.csv)" = 1 ]; }; then
+  echo 'FAILED: a report, the log or the table is not as it should be'
   failed=1
 fi
 exit "$failed"
