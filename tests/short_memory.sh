@@ -1,18 +1,16 @@
 #!/usr/bin/env bash
-# Runs the viewer with less memory than it needs, up to enough in small steps. Each
-# run either writes the whole report, or fails, leaves an older report as it was and
-# writes nothing of the new one. The report is longer than the room it starts with,
-# so that its growing is among what fails.
+# Runs both programs with less memory than they need, up to enough in small steps. Each
+# run either writes the whole report or table, or fails and leaves an older one as it
+# was. The report is longer than the room that is reserved for it, so that its growth is
+# among what fails. The first whole run shows how much memory was needed.
 #
-#   short_memory.sh PROGRAM FLATC SCHEMA
-set -euo pipefail
+#   short_memory.sh VIEWER FLATC SCHEMA
+set -Eeuo pipefail
 trap 'echo "FAILED: at $limit kilobytes: $BASH_COMMAND"' ERR
-program=$(realpath "$1") flatc=$2 schema=$(realpath "$3")
-limit=any
+viewer=$(realpath "$1") flatc=$2 schema=$(realpath "$3") limit=any
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cd "$work"
-ulimit -c 0
+cd "$work" && ulimit -c 0
 
 awk 'BEGIN {
   for (i = 0; i < 2500; ++i) {
@@ -25,29 +23,35 @@ awk 'BEGIN {
   print "]}"
 }' >log.json
 "$flatc" -b "$schema" log.json
-"$program" --input_profile_data log.bin --output whole.txt >/dev/null
-"$program" --input_profile_data log.bin >whole_out.txt
 
-# with LIMIT ARGUMENT...: runs the viewer with that many kilobytes of address space.
+# with LIMIT COMMAND...: runs the command with that many kilobytes of address space.
 # The shell that says on standard error what became of it is silenced.
 with() {
-  { (ulimit -v "$1" && exec "$program" --input_profile_data log.bin "${@:2}" \
-    >out.txt 2>&1); } 2>/dev/null
+  { (ulimit -v "$1" && exec "${@:2}" >out.txt 2>&1); } 2>/dev/null
 }
 
-failed=0 passed=0
-for ((limit = 5000; passed < 20 && limit < 200000; limit += 200)); do
-  echo older >report.txt
-  if with "$limit" --output report.txt; then
-    passed=$((passed + 1))
-    cmp report.txt whole.txt
-  else
-    failed=$((failed + 1))
-    [ "$(cat report.txt)" = older ]
-  fi
-  # Of a run that failed there are the echo and a line about the failure at most.
-  if with "$limit"; then cmp out.txt whole_out.txt
-  else [ "$(wc -l <out.txt)" -le 3 ]; fi
-done
-echo "$failed runs were short of memory, $passed had enough"
-[ "$failed" -gt 10 ] && [ "$passed" = 20 ]
+# climb HALVES PROGRAM: raises the limit from what --help needs. A whole run may need
+# HALVES times half the size of the log more.
+climb() {
+  local run=("$2" --input_profile_data log.bin) failed=0 passed=0 base=1000 needed
+  "${run[@]}" --output whole.txt >/dev/null
+  "${run[@]}" >whole_out.txt
+  until with "$base" "$2" --help; do base=$((base + 100)); done
+  for ((limit = base; passed < 5; limit += 200)); do
+    echo older >file.txt
+    if with "$limit" "${run[@]}" --output file.txt; then
+      [ $((passed++)) != 0 ] || needed=$((limit - base))
+      cmp file.txt whole.txt
+    else
+      failed=$((failed + 1))
+      [ "$(cat file.txt)" = older ]
+    fi
+    # Of a run that failed there are an echo and a line about the failure at most.
+    if with "$limit" "${run[@]}"; then cmp out.txt whole_out.txt
+    else [ "$(wc -l <out.txt)" -le 3 ]; fi
+  done
+  echo "$failed runs of ${2##*/} failed, the next needed $needed kB more than for --help"
+  [ "$failed" -gt 4 ] && [ $((needed * 2048)) -lt $(($1 * $(stat -c %s log.bin))) ]
+}
+climb 18 "$viewer"
+climb 3 "${viewer%/*}/lumo-profile-export"
