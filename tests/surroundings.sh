@@ -125,8 +125,8 @@ printf 'LC_NUMERIC\ndecimal_point ","\nthousands_sep "."\ngrouping 3\nEND LC_NUM
 localedef -c -f ./charmap -i digits ./grouped >err 2>&1
 grouped=(env LOCPATH="$work" LC_ALL=grouped)
 expect 0 1.234 '' "${grouped[@]}" printf "%'d\n" 1234
-expect 0 '[Profile Viewer] Output txt file: [old.txt]' '' \
-  "${grouped[@]}" "$program" "$(input log.bin)" --output old.txt
+expect 0 '[Profile Viewer] Top K: [1234]' '' \
+  "${grouped[@]}" "$program" "$(input log.bin)" --output old.txt --topK 1234
 if ! { cmp <("${grouped[@]}" ./export "$(input log.bin)") <(./export "$(input log.bin)") &&
   "$program" "$(input log.bin)" | tail -n +2 | cmp - old.txt &&
   cmp old.txt new.txt && cmp log.bin copy.bin && [ "$(wc -l <table.csv)" = 1 ]; }; then
