@@ -100,8 +100,7 @@ void ExpectAnOutcome(const Bytes& log) {
 
 TEST(DamagedLog, EndsWithAnOutcome) {
   Bytes log;
-  std::string error;
-  ASSERT_TRUE(ReadLogFile(LUMO_CASE_LOGS "/every_kind/log.bin", &log, &error));
+  log = ReadLogFile(LUMO_CASE_LOGS "/every_kind/log.bin").bytes;
   ASSERT_NE(RunViewer(log, 2, 1).find("---Top 2 by"), std::string::npos);
   for (std::size_t length = 0; length < log.size(); ++length) {
     ASSERT_NO_FATAL_FAILURE(
