@@ -17,10 +17,13 @@ bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
   return IsComputed(graph->begin()->second);
 }
 
-// Writes one of the three figures of every event of a graph, in lines like
+// One of the three figures.
+using Figure = float RunStatistics::*;
+
+// Writes one of the figures of every event of a graph, in lines like
 // "                name: 600.00 us".
 void WriteFigures(std::ostream& stream, const StatisticsMap& graph,
-                  float RunStatistics::*figure) {
+                  Figure figure) {
   for (const auto& [key, event] : graph) {
     stream << "                " << key.name << ": " << event.*figure << ' '
            << event.unit << '\n';
