@@ -15,10 +15,10 @@ import itertools
 import math
 import os
 import re
+import shutil
 import socket
 import subprocess
 import sys
-import tempfile
 
 EXPORT = "lumo-profile-export"
 EXPORT_COLUMNS = (
@@ -27,13 +27,17 @@ EXPORT_COLUMNS = (
 HEADER = ("group,graph,level,name,occurrence,unit,logs,mean,stdev,"
           "least,least_log,greatest,greatest_log\n")
 
-# One byte of a name or path is one character here, so that any bytes come out
-# as they came in and texts sort by their bytes.
+# Each byte of a name or a path is one character here: any bytes are written as
+# they were read, and texts sort by their bytes.
 BYTES = "latin-1"
 
 
-# Functions that run on the workers. Dask sends them there with their constants;
-# a worker does not need this file.
+# On the workers. Dask sends them these functions; they do not need this file.
+
+def graph_of(graph_index):
+    """Returns the number of the graph: the low 32 bits of its index."""
+    return int(graph_index) & 0xFFFFFFFF
+
 
 def collect_series(rows):
     """Returns the series of the execute runs in an export's rows.
@@ -42,24 +46,23 @@ def collect_series(rows):
     (unit of the first value, list of values). The position of an operation is
     its ordinal among the node events under its top-level event. Raises
     ValueError for a log without an execute run or with an invalid graph index.
-    A message without events has no row, so its graph index is unknown here.
+    A message without events has no row and plays no part in this.
     """
     if next(rows, None) != EXPORT_COLUMNS:
         raise ValueError(f"{EXPORT} did not print the expected columns")
     series = {}
-    graph_indices = set()
-    graph_indices_of_runs = set()
+    all_indices, run_indices = set(), set()
     has_execute = False
     ordinal = 0
     for (_, kind, graph_index, _, _, _, _, _, depth, position, name, event_type,
          value, unit, _) in rows:
-        graph_indices.add(graph_index)
+        all_indices.add(graph_index)
         if kind:
-            graph_indices_of_runs.add(graph_index)
+            run_indices.add(graph_index)
         if depth == "0":
-            ordinal = 0
             has_execute = has_execute or "(execute)" in name
             level, place = "event", int(position)
+            ordinal = 0
         elif depth == "1" and event_type == "ORX_PROFILE_EVENTTYPE_NODE":
             level, place = "operation", ordinal
             ordinal += 1
@@ -69,53 +72,30 @@ def collect_series(rows):
             key = graph_of(graph_index), level, place, name
             series.setdefault(key, (unit, []))[1].append(int(value))
     if not has_execute:
-        raise ValueError("the log has no execute run")
-    for graph_index in sorted(graph_indices_of_runs, key=int):
-        if graph_of(graph_index) >= len(graph_indices):
-            raise ValueError(f"graph_index {graph_index} is not below the number"
-                             f" of graphs, {len(graph_indices)}")
+        raise ValueError("no execute run in the log")
+    for graph_index in sorted(run_indices, key=int):
+        if graph_of(graph_index) >= len(all_indices):
+            raise ValueError(f"graph_index {graph_index} in a log with"
+                             f" {len(all_indices)} graphs")
     return series
 
 
-def graph_of(graph_index):
-    """Returns the number of the graph: the low 32 bits of its index."""
-    return int(graph_index) & 0xFFFFFFFF
-
-
-def means_of(series, num_warmup):
-    """Yields ((graph, level, name, occurrence, unit), mean) for each series.
-
-    The mean is that of the values after the first `num_warmup`, NaN if there
-    are none. A single value is its own mean. Sums are exact.
-    """
-    seen = collections.Counter()
-    for key in sorted(series):
-        graph, level, _, name = key
-        unit, values = series[key]
-        occurrence = seen[graph, level, name, unit]
-        seen[graph, level, name, unit] += 1
-        measured = values if len(values) == 1 else values[num_warmup:]
-        mean = sum(measured) / len(measured) if measured else math.nan
-        yield (graph, level, name, occurrence, unit), mean
-
-
 def read_log(path):
-    """Returns the series of the log, as collect_series() does.
+    """Returns the series of a log, as collect_series() does.
 
     Raises ValueError with the reason if the log cannot be read.
     """
-    # The rows are read while the program writes them; they are never all in
-    # memory. A name may be longer than the csv module expects.
-    csv.field_size_limit(sys.maxsize)
+    csv.field_size_limit(sys.maxsize)  # a name may have any length
     series, problem = None, None
     with subprocess.Popen([EXPORT, "--input_profile_data=" + path],
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE) as export:
+        # Read while they are written: the rows are never all in memory.
         rows = io.TextIOWrapper(export.stdout, BYTES, newline="")
         try:
             series = collect_series(csv.reader(rows))
         except (ValueError, csv.Error) as error:
             problem = str(error)
-            collections.deque(rows, maxlen=0)  # lets the program end by itself
+            collections.deque(rows, maxlen=0)  # so that the export ends by itself
         message = export.stderr.read().decode(errors="backslashreplace").strip()
     if export.returncode < 0:
         problem = f"{EXPORT} was ended by signal {-export.returncode}"
@@ -126,91 +106,98 @@ def read_log(path):
     return series
 
 
+def means_of(series, num_warmup):
+    """Yields ((graph, level, name, occurrence, unit), mean) of each series.
+
+    The mean is that of the values after the first `num_warmup`, NaN if there
+    are none; a single value is its own mean. Sums are exact.
+    """
+    seen = collections.Counter()
+    for graph, level, place, name in sorted(series):
+        unit, values = series[graph, level, place, name]
+        occurrence = seen[graph, level, name, unit]
+        seen[graph, level, name, unit] += 1
+        measured = values if len(values) == 1 else values[num_warmup:]
+        mean = sum(measured) / len(measured) if measured else math.nan
+        yield (graph, level, name, occurrence, unit), mean
+
+
 def reduce_logs(logs, num_warmup):
     """Reduces `logs`, a list of (number, group, path).
 
     Returns a dict from (group, graph, level, name, occurrence, unit) to the
     numbers of the logs that have this series and their means, and a dict from
-    the number of each log that cannot be read to the reason and the host.
+    the number of each log that cannot be read to the reason.
     """
     table, problems = {}, {}
     for number, group, path in logs:
         try:
             series = read_log(path)
-        except FileNotFoundError as error:
-            # Not the log's fault: the export reports a missing log itself.
-            raise OSError(f"{EXPORT} is not installed on"
-                          f" {socket.gethostname()}") from error
         except ValueError as error:
-            problems[number] = str(error), socket.gethostname()
+            problems[number] = f"{error} (on {socket.gethostname()})"
             continue
+        except OSError as error:  # no fault of the log: the run fails
+            raise OSError(f"{EXPORT} on {socket.gethostname()}:"
+                          f" {error.strerror}") from error
         for key, mean in means_of(series, num_warmup):
-            numbers, means = table.setdefault(
-                (group, *key), (array.array("Q"), array.array("d")))
-            numbers.append(number)
-            means.append(mean)
+            add(table, (group, *key), [number], [mean])
     return table, problems
 
 
-# Functions that run in this process.
+def add(table, key, numbers, means):
+    """Appends the numbers of logs and their means to a series of the table."""
+    row = table.setdefault(key, (array.array("Q"), array.array("d")))
+    row[0].extend(numbers)
+    row[1].extend(means)
 
-def find_logs(arguments, report):
-    """Returns [(path as found, path for the workers)], sorted by their bytes.
 
-    A folder stands for the files below it that are named *.bin. A log that is
-    found twice counts once. Calls `report` for a folder that cannot be read.
+# In this process.
+
+def find_logs(arguments):
+    """Returns the logs and the folders that cannot be read.
+
+    The logs are [(path as found, path for the workers)], sorted by their bytes;
+    the folders are [(path, reason)]. A folder stands for the files below it
+    that are named *.bin. A log that is found twice counts once.
     """
-    logs = {}
-    passed_over = 0
-
-    def add(folder, real_folder, name):
-        logs.setdefault(os.path.join(real_folder, name), os.path.join(folder, name))
-
+    logs, problems = {}, []
+    ignored = 0
     for argument in arguments:
         if not os.path.isdir(argument):
             folder, name = os.path.split(argument)
-            add(folder, os.path.realpath(folder), name)
+            logs.setdefault(os.path.join(os.path.realpath(folder), name), argument)
             continue
         for folder, _, names in os.walk(
-                argument, onerror=lambda e: report(e.filename, e.strerror)):
+                argument, onerror=lambda e: problems.append((e.filename, e.strerror))):
             real_folder = os.path.realpath(folder)
-            for name in names:
-                if name.endswith(".bin"):
-                    add(folder, real_folder, name)
-                else:
-                    passed_over += 1
-    if passed_over:
-        say(f"ignored {passed_over} files in folders that are not named *.bin")
+            names_of_logs = [name for name in names if name.endswith(".bin")]
+            ignored += len(names) - len(names_of_logs)
+            for name in names_of_logs:
+                logs.setdefault(os.path.join(real_folder, name),
+                                os.path.join(folder, name))
+    if ignored:
+        say(f"files ignored because they are not named *.bin: {ignored}")
     return sorted(((found, real) for real, found in logs.items()),
-                  key=lambda log: os.fsencode(log[0]))
-
-
-def group_of(pattern, path):
-    """Returns what the pattern's first group matches in the path, or None."""
-    match = pattern.search(path)
-    return match and match.group(1)
+                  key=lambda log: os.fsencode(log[0])), problems
 
 
 def results(client, batches, num_warmup):
     """Yields (batch, what reduce_logs() returns for it) in any order.
 
-    Instead of the result there is None if the workers that were given the
-    batch died one after another.
+    The result is None if the workers that got the batch died repeatedly.
     """
     from distributed import KilledWorker, as_completed
-
-    # A few batches ahead of the workers, so that neither the scheduler nor this
-    # process holds all of them.
-    ahead = 4 * sum(client.nthreads().values()) + 32
-    batches = iter(batches)
     batch_of = {}
 
     def submit(batch):
-        # pure=False: a log may have changed since the scheduler last saw its name.
+        # Not pure: the log may have changed since a run before this one.
         future = client.submit(reduce_logs, batch, num_warmup, pure=False, retries=2)
         batch_of[future.key] = batch
         return future
 
+    # No more at once than keeps the workers busy.
+    batches = iter(batches)
+    ahead = 32 + 4 * sum(client.nthreads().values())
     running = as_completed(map(submit, itertools.islice(batches, ahead)))
     for future in running:
         try:
@@ -222,101 +209,100 @@ def results(client, batches, num_warmup):
             running.add(submit(batch))
 
 
-def compute(client, logs, num_warmup, show_progress):
+def compute(client, logs, num_warmup):
     """Returns the table and the problems of all logs, as reduce_logs() does."""
-    table, problems = {}, {}
-    suspects = []
+    table, problems, suspects = {}, {}, []
+    done = 0
 
     def merge(batch, part, part_problems):
+        nonlocal done
         for key, (numbers, means) in part.items():
-            row = table.setdefault(key, (array.array("Q"), array.array("d")))
-            row[0].extend(numbers)
-            row[1].extend(means)
+            add(table, key, numbers, means)
         problems.update(part_problems)
-        show_progress(len(batch))
+        done += len(batch)
+        show_progress(done, len(logs))
 
     # Batches small enough that the workers finish together, and large enough
     # that the scheduler has little to do.
-    threads = sum(client.nthreads().values())
-    size = max(1, min(50, len(logs) // (8 * max(1, threads))))
+    threads = max(1, sum(client.nthreads().values()))
+    size = max(1, min(50, len(logs) // (8 * threads)))
     batches = (logs[i:i + size] for i in range(0, len(logs), size))
     for batch, result in results(client, batches, num_warmup):
         if result is None:
             suspects += batch
         else:
             merge(batch, *result)
-    # Again, one log at a time, so that none is blamed for another.
+    # Again, one at a time, so that no log is blamed for another.
     for log in suspects:
         for batch, result in results(client, [[log]], num_warmup):
-            died = {}, {log[0]: ("the workers that read it died", "")}
+            died = {}, {log[0]: "each worker that read it died"}
             merge(batch, *(result or died))
     return table, problems
 
 
-def figure(value):
-    """Returns the number with the fewest digits that read back; empty for None."""
-    return "" if value is None else repr(value).removesuffix(".0")
-
-
-def field(text):
-    """Returns the text as a CSV field, quoted as lumo-profile-export does."""
-    return '"' + text.replace('"', '""') + '"' if re.search('[",\r\n]', text) else text
+def show_progress(done, total):
+    """Draws a bar on standard error if that is a terminal."""
+    if sys.stderr.isatty():
+        end = "\n" if done == total else ""
+        print(f"\r[{'#' * (40 * done // total):40}] {done} of {total} logs", end=end,
+              file=sys.stderr, flush=True)
 
 
 def table_rows(table, paths):
     """Yields the rows of the result, sorted by group and series.
 
-    Figures do not depend on the order in which the means arrived: fsum() rounds
-    once, and of equal means the one of the first log is taken.
+    The figures do not depend on the order in which the means came: fsum()
+    rounds once, and of several logs with an equal mean the first is named.
     """
     for key in sorted(table):
         group, graph, level, name, occurrence, unit = key
         numbers, means = table[key]
-        measured = [(m, number) for m, number in zip(means, numbers) if m == m]
-        mean = stdev = least = greatest = None
-        least_log = greatest_log = ""
+        measured = [(m, -number) for m, number in zip(means, numbers) if not math.isnan(m)]
+        row = [group, graph, level, name, occurrence, unit, len(means)]
         if measured:
-            count = len(measured)
-            mean = math.fsum(m for m, _ in measured) / count
-            if count > 1:
-                stdev = math.sqrt(
-                    math.fsum((m - mean) ** 2 for m, _ in measured) / (count - 1))
-            least, first = min(measured)
-            least_log = as_text(paths[first])
-            greatest, first = max(measured, key=lambda pair: (pair[0], -pair[1]))
-            greatest_log = as_text(paths[first])
-        yield ",".join([
-            field(group), str(graph), level, field(name), str(occurrence), unit,
-            str(len(means)), figure(mean), figure(stdev), figure(least),
-            field(least_log), figure(greatest), field(greatest_log)]) + "\n"
+            mean = math.fsum(m for m, _ in measured) / len(measured)
+            squares = math.fsum((m - mean) ** 2 for m, _ in measured)
+            least, greatest = min(measured, key=lambda m: (m[0], -m[1])), max(measured)
+            row += [mean,
+                    math.sqrt(squares / (len(measured) - 1)) if measured[1:] else "",
+                    least[0], as_text(paths[-least[1]]),
+                    greatest[0], as_text(paths[-greatest[1]])]
+        else:
+            row += [""] * 6
+        yield ",".join(map(field, row)) + "\n"
+
+
+def field(value):
+    """Returns a field of the CSV, quoted as lumo-profile-export does.
+
+    Numbers have the fewest digits that read back.
+    """
+    text = repr(value).removesuffix(".0") if isinstance(value, float) else str(value)
+    return '"' + text.replace('"', '""') + '"' if re.search('[",\r\n]', text) else text
 
 
 def as_text(path):
-    """Returns a path or a part of it with one character per byte."""
+    """Returns a path, or a part of one, with one character per byte."""
     return os.fsencode(path).decode(BYTES)
 
 
 def write_whole(path, content):
-    """Writes the bytes to the file, whole or not at all.
+    """Writes the bytes to the file, whole or not at all. Raises OSError.
 
-    A regular file is replaced and keeps its mode; a device or a pipe is written
-    to. Raises OSError.
+    An existing file keeps its mode. A device or a pipe is written to directly.
     """
-    path = os.path.realpath(path)
     if os.path.exists(path) and not os.path.isfile(path):
         with open(path, "wb") as stream:
             stream.write(content)
         return
-    if os.path.exists(path):
-        mode = os.stat(path).st_mode & 0o7777
-    else:
-        mode = 0o666 & ~os.umask(0o077)
-        os.umask(0o666 & ~mode)
-    handle, temporary = tempfile.mkstemp(prefix=".fleet.", dir=os.path.dirname(path))
+    path = os.path.realpath(path)
+    temporary = f"{path}.{os.getpid()}.part"
+    stream = open(temporary, "xb")
     try:
-        with open(handle, "wb") as stream:
+        with stream:
             stream.write(content)
-            os.fchmod(handle, mode)
+        if os.path.exists(path):
+            shutil.copymode(path, temporary)
         os.replace(temporary, path)
     except BaseException:
         os.unlink(temporary)
@@ -329,40 +315,6 @@ def say(text):
     print(f"fleet.py: {text}", file=sys.stderr)
 
 
-def progress(total):
-    """Returns a function that adds to the bar on the terminal, if there is one."""
-    if not sys.stderr.isatty():
-        return lambda count: None
-    done = 0
-
-    def show(count):
-        nonlocal done
-        done += count
-        bar = "#" * (40 * done // total)
-        end = "\n" if done == total else ""
-        print(f"\r[{bar:40}] {done} of {total} logs", end=end, file=sys.stderr,
-              flush=True)
-    return show
-
-
-def pattern(text):
-    """Returns the regular expression for --group, compiled."""
-    try:
-        compiled = re.compile(text)
-    except re.error as error:
-        raise argparse.ArgumentTypeError(f"{text}: {error}") from error
-    if compiled.groups < 1:
-        raise argparse.ArgumentTypeError(f"{text} has no group in parentheses")
-    return compiled
-
-
-def run_count(text):
-    """Returns the number for --num_warmup."""
-    if not re.fullmatch("[0-9]+", text):
-        raise argparse.ArgumentTypeError(f"{text} is not a number of runs")
-    return int(text)
-
-
 def parse_arguments():
     """Returns the options; ends with status 2 for a wrong command line."""
     parser = argparse.ArgumentParser(description=(
@@ -370,30 +322,42 @@ def parse_arguments():
     parser.add_argument("--scheduler", metavar="ADDRESS",
                         help="Dask scheduler, such as tcp://10.0.0.1:8786"
                         " (default: use the cores of this machine)")
-    parser.add_argument("--num_warmup", metavar="W", type=run_count, default=1,
+    parser.add_argument("--num_warmup", metavar="W", type=int, default=1,
                         help="first runs of each series to exclude (default: 1)")
-    parser.add_argument("--group", metavar="REGEX", type=pattern,
+    parser.add_argument("--group", metavar="REGEX", default="()",
                         help="group the logs by what the first group in"
                         " parentheses matches in their paths")
     parser.add_argument("--output", metavar="FILE",
                         help="write the table to FILE, not to standard output")
     parser.add_argument("logs", metavar="FOLDER_OR_LOG", nargs="+",
                         help="a log, or a folder with logs named *.bin")
-    return parser.parse_args()
+    options = parser.parse_args()
+    if options.num_warmup < 0:
+        parser.error("--num_warmup must not be negative")
+    try:
+        options.group = re.compile(options.group)
+    except re.error as error:
+        parser.error(f"--group: {error}")
+    if options.group.groups == 0:
+        parser.error("--group has no group in parentheses")
+    return options
 
 
 def connect(scheduler):
-    """Returns a client of the scheduler or, without one, of local processes."""
+    """Returns a client of the scheduler or, if it is None, of local processes."""
     try:
+        from dask.system import CPU_COUNT
         from distributed import Client
     except ImportError as error:
-        raise OSError("needs the package python3-distributed and the Python that"
-                      " it belongs to: run /usr/bin/python3 fleet.py") from error
-    if not scheduler:
-        from dask.system import CPU_COUNT
+        raise OSError(f"{error}; install python3-distributed, and run"
+                      " /usr/bin/python3 fleet.py") from error
+    if scheduler is None:
         return Client(n_workers=CPU_COUNT, threads_per_worker=1,
-                      dashboard_address=None)
-    client = Client(scheduler)
+                      dashboard_address="127.0.0.1:0")
+    try:
+        client = Client(scheduler)
+    except ValueError as error:
+        raise OSError(f"--scheduler {scheduler}: {error}") from error
     client.wait_for_workers(1, timeout=60)
     return client
 
@@ -401,43 +365,46 @@ def connect(scheduler):
 def main():
     """Returns the exit status."""
     options = parse_arguments()
-    failures = 0
-
-    def report(path, reason):
-        nonlocal failures
-        failures += 1
+    found, failures = find_logs(options.logs)
+    for path, reason in failures:
         say(f"{path}: {reason}")
-
-    found = find_logs(options.logs, report)
     if not found:
         say("no logs found")
         return 1
-    paths = [path for path, _ in found]
-    groups = [group_of(options.group, path) if options.group else "" for path in paths]
-    if None in groups:
-        say(f"--group does not match {groups.count(None)} of {len(paths)} logs;"
-            " their group is empty")
-    logs = [(number, as_text(group or ""), real)
-            for number, (group, (_, real)) in enumerate(zip(groups, found))]
-    if options.output and os.path.realpath(options.output) in {r for _, _, r in logs}:
+    if options.output and os.path.realpath(options.output) in {r for _, r in found}:
         say(f"{options.output}: the table would replace a log")
         return 1
 
+    logs, paths, without_group = [], [], 0
+    for number, (path, real_path) in enumerate(found):
+        match = options.group.search(path)
+        group = match.group(1) if match else None
+        without_group += group is None
+        logs.append((number, as_text(group or ""), real_path))
+        paths.append(path)
+    if without_group:
+        say(f"logs without a match of --group, put in a group without a name:"
+            f" {without_group}")
+
     with connect(options.scheduler) as client:
-        table, problems = compute(client, logs, options.num_warmup,
-                                  progress(len(logs)))
-    for number, (reason, host) in sorted(problems.items()):
-        report(paths[number], f"{reason} (on {host})" if host and options.scheduler
-               else reason)
+        table, problems = compute(client, logs, options.num_warmup)
+    for number, reason in sorted(problems.items()):
+        say(f"{paths[number]}: {reason}")
+    unmeasured = sum(map(math.isnan, itertools.chain.from_iterable(
+        means for _, means in table.values())))
+    if unmeasured:
+        say("means missing because the warm-up leaves no run of the log:"
+            f" {unmeasured}")
+
     content = (HEADER + "".join(table_rows(table, paths))).encode(BYTES)
     if options.output:
         write_whole(options.output, content)
     else:
         sys.stdout.buffer.write(content)
         sys.stdout.flush()
-    if failures:
-        say(f"{failures} of {len(paths)} logs could not be read")
-    return 1 if failures else 0
+    if problems:
+        say(f"logs that could not be read: {len(problems)} of {len(found)}")
+    return 1 if failures or problems else 0
 
 
 if __name__ == "__main__":
@@ -446,3 +413,5 @@ if __name__ == "__main__":
     except OSError as error:
         say(str(error))
         sys.exit(1)
+    except KeyboardInterrupt:
+        sys.exit(130)
