@@ -9,9 +9,11 @@ returns one mean per log and series. docs/fleet.md describes how to use it.
 import argparse
 import array
 import collections
+import concurrent.futures
 import csv
 import io
 import itertools
+import logging
 import math
 import os
 import re
@@ -204,6 +206,8 @@ def results(client, batches, num_warmup):
             result = future.result()
         except KilledWorker:
             result = None
+        except concurrent.futures.CancelledError as error:
+            raise OSError("lost the connection to the scheduler") from error
         yield batch_of.pop(future.key), result
         for batch in itertools.islice(batches, 1):
             running.add(submit(batch))
@@ -351,9 +355,10 @@ def connect(scheduler):
     except ImportError as error:
         raise OSError(f"{error}; install python3-distributed, and run"
                       " /usr/bin/python3 fleet.py") from error
+    logging.disable()  # main() prints what went wrong
     if scheduler is None:
         return Client(n_workers=CPU_COUNT, threads_per_worker=1,
-                      dashboard_address="127.0.0.1:0")
+                      dashboard_address="127.0.0.1:0", silence_logs=logging.CRITICAL)
     try:
         client = Client(scheduler)
     except ValueError as error:
