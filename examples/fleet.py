@@ -148,7 +148,7 @@ def reduce_logs(logs, num_warmup):
 
 def add(table, key, numbers, means):
     """Appends the numbers of logs and their means to a series of the table."""
-    row = table.setdefault(key, (array.array("Q"), array.array("d")))
+    row = table.setdefault(key, (array.array("I"), array.array("d")))
     row[0].extend(numbers)
     row[1].extend(means)
 
@@ -229,7 +229,7 @@ def compute(client, logs, num_warmup):
     # Batches small enough that the workers finish together, and large enough
     # that the scheduler has little to do.
     threads = max(1, sum(client.nthreads().values()))
-    size = max(1, min(50, len(logs) // (8 * threads)))
+    size = max(1, min(200, len(logs) // (8 * threads)))
     batches = (logs[i:i + size] for i in range(0, len(logs), size))
     for batch, result in results(client, batches, num_warmup):
         if result is None:
