@@ -160,27 +160,30 @@ def find_logs(arguments):
 
     The logs are [(path as found, path for the workers)], sorted by their bytes;
     the folders are [(path, reason)]. A folder stands for the files below it
-    that are named *.bin. A log that is found twice counts once.
+    that are named *.bin. A log that is found twice, also by a link, counts once.
     """
-    logs, problems = {}, []
-    ignored = 0
+    found, problems, ignored = [], [], 0
     for argument in arguments:
         if not os.path.isdir(argument):
-            folder, name = os.path.split(argument)
-            logs.setdefault(os.path.join(os.path.realpath(folder), name), argument)
+            found.append((argument, os.path.realpath(argument)))
             continue
         for folder, _, names in os.walk(
                 argument, onerror=lambda e: problems.append((e.filename, e.strerror))):
             real_folder = os.path.realpath(folder)
-            names_of_logs = [name for name in names if name.endswith(".bin")]
-            ignored += len(names) - len(names_of_logs)
-            for name in names_of_logs:
-                logs.setdefault(os.path.join(real_folder, name),
-                                os.path.join(folder, name))
+            for name in names:
+                path, real = os.path.join(folder, name), os.path.join(real_folder, name)
+                if not name.endswith(".bin"):
+                    ignored += 1
+                elif os.path.islink(real):
+                    found.append((path, os.path.realpath(real)))
+                else:
+                    found.append((path, real))
     if ignored:
         say(f"files ignored because they are not named *.bin: {ignored}")
-    return sorted(((found, real) for real, found in logs.items()),
-                  key=lambda log: os.fsencode(log[0])), problems
+    logs = {}
+    for path, real in sorted(found, key=lambda log: os.fsencode(log[0])):
+        logs.setdefault(real, path)
+    return [(path, real) for real, path in logs.items()], problems
 
 
 def results(client, batches, num_warmup):
@@ -376,9 +379,14 @@ def main():
     if not found:
         say("no logs found")
         return 1
-    if options.output and os.path.realpath(options.output) in {r for _, r in found}:
-        say(f"{options.output}: the table would replace a log")
-        return 1
+    if options.output:
+        target = os.path.realpath(options.output)
+        if target in {real for _, real in found}:
+            say(f"{options.output}: the table would replace a log")
+            return 1
+        if not os.path.isdir(os.path.dirname(target)):
+            say(f"{options.output}: no such folder")
+            return 1
 
     logs, paths, without_group = [], [], 0
     for number, (path, real_path) in enumerate(found):
@@ -402,11 +410,15 @@ def main():
             f" {unmeasured}")
 
     content = (HEADER + "".join(table_rows(table, paths))).encode(BYTES)
-    if options.output:
-        write_whole(options.output, content)
-    else:
-        sys.stdout.buffer.write(content)
-        sys.stdout.flush()
+    try:
+        if options.output:
+            write_whole(options.output, content)
+        else:
+            sys.stdout.buffer.write(content)
+            sys.stdout.flush()
+    except OSError as error:
+        say(f"{options.output or 'standard output'}: {error.strerror}")
+        return 1
     if problems:
         say(f"logs that could not be read: {len(problems)} of {len(found)}")
     return 1 if failures or problems else 0
