@@ -264,7 +264,8 @@ def table_rows(table, paths):
     for key in sorted(table):
         group, graph, level, name, occurrence, unit = key
         numbers, means = table[key]
-        measured = [(m, -number) for m, number in zip(means, numbers) if not math.isnan(m)]
+        measured = [(mean, -number) for mean, number in zip(means, numbers)
+                    if not math.isnan(mean)]
         row = [group, graph, level, name, occurrence, unit, len(means)]
         if measured:
             mean = math.fsum(m for m, _ in measured) / len(measured)
