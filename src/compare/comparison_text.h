@@ -1,4 +1,4 @@
-// A comparison as text: for people, and as rows for other programs.
+// A comparison as text for people.
 
 #ifndef LUMO_COMPARE_COMPARISON_TEXT_H_
 #define LUMO_COMPARE_COMPARISON_TEXT_H_
@@ -7,7 +7,6 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "compare/comparison.h"
@@ -24,16 +23,6 @@ struct ComparisonSettings {
   double confidence;
 };
 
-// Returns "event" or "operation".
-std::string_view LevelText(Level level);
-
-// Returns "finalize" or "execute".
-std::string_view RunKindText(RunKind kind);
-
-// Returns "higher", "lower", "no_difference", "no_test", "only_before" or
-// "only_after".
-std::string_view VerdictText(Verdict verdict);
-
 // Writes a block for each element of `all_runs` and a last line with the
 // numbers of pairs. Figures have two decimals and stand before the names, which
 // are escaped as Printable() does it. With `in_color`, lines of pairs that
@@ -41,14 +30,6 @@ std::string_view VerdictText(Verdict verdict);
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color);
-
-// Writes the same as comma-separated rows below a row with the names of the
-// columns. What does not exist is an empty field. Means and deviations have the
-// fewest digits that read back to the same float, the change and the p-value
-// six significant digits; names are written as they are stored. Stops after a
-// failed write.
-void WriteComparisonRows(std::ostream& stream,
-                         const std::vector<ComparedRuns>& all_runs);
 
 // Returns a line about the pair in microseconds or cycles that rose most, of
 // those with the verdict kHigher that rose by more than `max_slowdown` percent,

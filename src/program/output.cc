@@ -88,7 +88,7 @@ std::optional<fs::path> FollowLinks(fs::path path) {
     const fs::path folder =
         fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
     if (error || folder.native().starts_with("/proc/")) {
-      errno = error.value();
+      errno = error ? error.value() : ENOENT;  // nothing is created in /proc
       return std::nullopt;
     }
     path = folder / path.filename();
