@@ -1,0 +1,227 @@
+// The figures of a comparison, its tests, and the numbers of its command line.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "compare/compared_log.h"
+#include "compare/comparison.h"
+#include "compare/comparison_words.h"
+#include "compare/figures.h"
+#include "log/log_file.h"
+#include "model/event_series.h"
+#include "program/command_line.h"
+#include "run_viewer.h"
+
+namespace lumo {
+namespace {
+
+// The values are those that R 4.2 prints for
+//   t.test(c(...), c(...))$p.value
+// with 12 digits. The means are exact as floats, so that nothing but the
+// rounding of the deviations tells the two apart.
+TEST(WelchTest, GivesThePValuesOfR) {
+  std::vector<float> steps_of_7;
+  for (std::int32_t i = 0; i < 210; ++i) {
+    steps_of_7.push_back(1000.0F + static_cast<float>(i % 7));
+  }
+  std::vector<float> steps_of_11;
+  for (std::int32_t i = 0; i < 297; ++i) {
+    steps_of_11.push_back(1000.0F + static_cast<float>(i % 11));
+  }
+  const struct {
+    std::vector<float> before;
+    std::vector<float> after;
+    double want;
+  } kCases[] = {
+      {{12, 15, 11, 19, 13}, {21, 17, 25, 20, 23, 26}, 0.00293356267652},
+      {{3, 9}, {4, 5}, 0.704814596844},
+      {{1949, 1955, 1941, 1958, 1947},
+       {1920, 1931, 1928, 1922, 1926, 1930, 1917, 1929, 1925, 1922},
+       0.000295453198467},
+      // 1.00004 degrees of freedom.
+      {{100, 300}, {200, 201, 199, 200, 202, 198, 200, 201}, 0.999204227456},
+      {{40, 41, 42}, {60, 60, 60, 60}, 0.000922084105724},
+      {{5, 6, 7}, {7, 5, 6}, 1},
+      // t = 3632367.
+      {{536870912, 536871168, 536871424}, {1, 2, 3, 2, 2}, 7.57714468029e-14},
+      {{16777216, 16777218, 16777220},
+       {16777222, 16777224, 16777226},
+       0.0213116411288},
+      // t = -8.69, 499.39 degrees of freedom.
+      {steps_of_7, steps_of_11, 5.06411700816e-17},
+      // R has no test for these: the rule is ours.
+      {{7, 7}, {7, 7, 7}, 1},
+      {{7, 7}, {8, 8}, 0},
+      {{0, 0}, {1e-38F, 1e-38F}, 0},
+  };
+  for (const auto& test : kCases) {
+    const EventSeries before = {"us", test.before};
+    const EventSeries after = {"us", test.after};
+    const Figures a = ComputeFigures(before, 0);
+    const Figures b = ComputeFigures(after, 0);
+    SCOPED_TRACE(testing::PrintToString(test.before));
+    EXPECT_NEAR(WelchTest(a, b), test.want, 5e-6 * test.want);
+    EXPECT_EQ(WelchTest(a, b), WelchTest(b, a));
+  }
+}
+
+// The values are those of R's p.adjust(c(...), "holm").
+TEST(AdjustByHolm, GivesTheValuesOfR) {
+  const struct {
+    std::vector<double> p_values;
+    std::vector<double> want;
+  } kCases[] = {
+      {{}, {}},
+      {{0.03}, {0.03}},
+      {{0.01, 0.04, 0.03, 0.005}, {0.03, 0.06, 0.06, 0.02}},
+      {{0.04, 0.03, 0.011}, {0.06, 0.06, 0.033}},
+      {{0.02, 0.02, 0.02}, {0.06, 0.06, 0.06}},
+      {{0.5, 0.001, 0.5, 0.9, 0.001}, {1, 0.005, 1, 1, 0.005}},
+      {{0, 1e-300, 1, 0.2}, {0, 3e-300, 1, 0.4}},
+  };
+  for (const auto& test : kCases) {
+    std::vector<double> adjusted = test.p_values;
+    AdjustByHolm(&adjusted);
+    ASSERT_EQ(adjusted.size(), test.want.size());
+    for (std::size_t i = 0; i < adjusted.size(); ++i) {
+      EXPECT_DOUBLE_EQ(adjusted[i], test.want[i])
+          << testing::PrintToString(test.p_values) << " at " << i;
+    }
+  }
+}
+
+// Figures under keys such as "execute 0 Mean: Host RPC time".
+template <typename Figure>
+using FigureMap = std::map<std::string, Figure>;
+
+FigureMap<std::string> FiguresOfReport(const std::string& report) {
+  FigureMap<std::string> figures;
+  std::istringstream lines(report);
+  std::string kind = "finalize";
+  std::string graph;
+  std::string list;  // that the line is in, if it is one of a summary
+  for (std::string line; std::getline(lines, line);) {
+    const std::string text =
+        line.substr(std::min(line.size(), line.find_first_not_of(' ')));
+    if (line.starts_with("---")) {
+      list = "";
+      kind = text.find("Execute Info") == std::string::npos ? kind : "execute";
+    } else if (text.starts_with("Graph index:")) {
+      graph = text.substr(12);
+    } else if (text == "Mean:" || text == "Stdev:" ||
+               text.starts_with("Warmup (")) {
+      list = text;
+    } else if ((list == "Mean:" || list == "Stdev:") && text.ends_with(" us")) {
+      const std::size_t colon = text.rfind(": ");
+      figures[kind + ' ' + graph + ' ' + list + ' ' + text.substr(0, colon)] =
+          text.substr(colon + 2, text.size() - colon - 5);
+    }
+  }
+  return figures;
+}
+
+void AddFigures(const std::string& run, const SeriesPair& pair,
+                const std::optional<Figures>& figures,
+                FigureMap<float>* added) {
+  if (pair.level == Level::kEvent && pair.unit == "us" && figures) {
+    (*added)[run + "Mean: " + std::string(pair.name)] = figures->mean;
+    (*added)[run + "Stdev: " + std::string(pair.name)] = figures->stdev;
+  }
+}
+
+// Checks one log against its report, as the one before and as the one after.
+void ExpectFiguresOfReport(const std::string& path, const std::string& other) {
+  SCOPED_TRACE(path + " with " + other);
+  std::string error;
+  const auto log = LoadComparedLog(path, &error);
+  const auto other_log = LoadComparedLog(other, &error);
+  ASSERT_TRUE(log && other_log) << error;
+  FigureMap<float> before;
+  FigureMap<float> after;
+  const auto compared = CompareSeries(log->series, other_log->series, 1, 99);
+  const auto reversed = CompareSeries(other_log->series, log->series, 1, 99);
+  for (const auto* all_runs : {&compared, &reversed}) {
+    for (const ComparedRuns& runs : *all_runs) {
+      const std::string run = std::string(RunKindText(runs.kind)) + ' ' +
+                              std::to_string(runs.graph) + ' ';
+      for (const SeriesPair& pair : runs.pairs) {
+        if (all_runs == &compared) {
+          AddFigures(run, pair, pair.before, &before);
+        } else {
+          AddFigures(run, pair, pair.after, &after);
+        }
+      }
+    }
+  }
+  EXPECT_EQ(before, after);
+  const auto reported =
+      FiguresOfReport(RunViewer(ReadLogFile(path).bytes, 5, 1));
+  // Both deviations and means of three execute events at least.
+  EXPECT_GE(reported.size(), 6U);
+  for (const auto& [key, text] : reported) {
+    ASSERT_TRUE(before.contains(key)) << key;
+    // The report has one of two notations.
+    EXPECT_TRUE(text == Fixed(before[key]) ||
+                text == Significant(before[key], 6))
+        << key << ": " << text << ", not " << before[key];
+  }
+}
+
+TEST(Comparison, HasTheFiguresOfTheReport) {
+  const std::string logs[] = {LUMO_CASE_LOGS "/sample_basic/log.bin",
+                              LUMO_CASE_LOGS "/compare_samples/before.bin",
+                              LUMO_CASE_LOGS "/compare_samples/after.bin"};
+  for (const std::string& log : logs) {
+    for (const std::string& other : logs) {
+      ExpectFiguresOfReport(log, other);
+    }
+  }
+}
+
+TEST(CommandLine, ReadsNumbersWholeOrNotAtAll) {
+  const struct {
+    std::string text;
+    std::optional<std::int32_t> whole;
+    std::optional<double> percentage;
+  } kCases[] = {
+      {"0", 0, 0.0},
+      {"007", 7, 7.0},
+      {"2147483647", 2147483647, 2147483647.0},
+      {"2147483648", {}, 2147483648.0},
+      {"99.5", {}, 99.5},
+      {".5", {}, 0.5},
+      {"", {}, {}},
+      {"-1", {}, {}},
+      {"-0", {}, {}},
+      {"+1", {}, {}},
+      {" 1", {}, {}},
+      {"1 ", {}, {}},
+      {"5%", {}, {}},
+      {"1e2", {}, {}},
+      {"0x10", {}, {}},
+      {"inf", {}, {}},
+      {"nan", {}, {}},
+      {"1,5", {}, {}},
+  };
+  for (const auto& test : kCases) {
+    std::int32_t whole = -1;
+    double percentage = -1;
+    const bool is_whole = ParseWholeNumber(test.text, &whole);
+    const bool is_percentage = ParsePercentage(test.text, &percentage);
+    EXPECT_EQ(is_whole, test.whole.has_value()) << test.text;
+    EXPECT_EQ(is_percentage, test.percentage.has_value()) << test.text;
+    EXPECT_TRUE(!is_whole || whole == test.whole) << test.text;
+    EXPECT_TRUE(!is_percentage || percentage == test.percentage) << test.text;
+  }
+}
+
+}  // namespace
+}  // namespace lumo
