@@ -152,5 +152,14 @@ check_output() {
 noun=table
 check_log lumo-profile-export --input_profile_data
 check_output lumo-profile-export --input_profile_data log.bin
+noun=comparison
+check_log lumo-profile-compare log.bin
+check_output lumo-profile-compare copy.bin log.bin
+# The first of two logs is one too.
+name=lumo-profile-compare command=("$programs/lumo-profile-compare")
+expect 1 'missing.bin: cannot be opened: No such file or directory' \
+  "${command[@]}" missing.bin log.bin
+expect 1 'log.bin: the comparison would go into the log itself' \
+  "${command[@]}" log.bin copy.bin --output hard.bin
 [ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
 exit "$failed"
