@@ -2,12 +2,12 @@
 # Checks that each program of our own reads its log whole, writes its text whole or not
 # at all, wherever it goes and whatever goes wrong, and gives the system's reason.
 #
-#   files.sh PROGRAM_DIR LOG
+#   files.sh PROGRAM_DIR SAMPLE_LOG_DIR
 set -u
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 programs=$(realpath "$1")
-cp "$2" "$work/log.bin" && cd "$work" || exit 1
+cp "$2"/*.bin "$work" && cd "$work" && mv basic.bin log.bin || exit 1
 # Devices are reached through links, so that a fault that removes its output spares them.
 ln -s /dev/full full
 cp log.bin copy.bin && ln log.bin hard.bin
@@ -161,5 +161,20 @@ expect 1 'missing.bin: cannot be opened: No such file or directory' \
   "${command[@]}" missing.bin log.bin
 expect 1 'log.bin: the comparison would go into the log itself' \
   "${command[@]}" log.bin copy.bin --output hard.bin
+
+# A terminal gets the real differences in color, unless NO_COLOR is set.
+export program="$programs/$name"
+"$program" detailed.bin tuned.bin >plain
+sed $'s/^.*  lower .*/\033[1;32m&\033[0m/; s/^.*  higher .*/\033[1;31m&\033[0m/' plain >colored
+# on_terminal FILE SETTING OPTIONS: the terminal gets this text.
+on_terminal() {
+  script -qec "$2 \"\$program\" detailed.bin tuned.bin $3" /dev/null </dev/null |
+    tr -d '\r' | cmp - "$1" || fail "on a terminal with $2 $3"
+}
+on_terminal colored '' ''
+on_terminal colored NO_COLOR= ''
+on_terminal plain NO_COLOR=1 ''
+on_terminal plain '' '| cat'
+on_terminal plain '' '--output /dev/stdout'
 [ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
 exit "$failed"
