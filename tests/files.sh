@@ -8,8 +8,10 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 programs=$(realpath "$1")
 cp "$2"/*.bin "$work" && cd "$work" && mv basic.bin log.bin || exit 1
-# Devices are reached through links, so that a fault that removes its output spares them.
+# What belongs to the machine is reached through links, so that a fault that removes or
+# replaces its output spares it.
 ln -s /dev/full full
+ln -s /proc/self/fd/1 out
 cp log.bin copy.bin && ln log.bin hard.bin
 ln -s ../"${work##*/}"/log.bin soft.bin
 mkdir folder
@@ -37,7 +39,7 @@ fail() {
 expect() {
   local status=0 want_status=$1 want_message=${2:+$name: $2}
   shift 2
-  timeout 10 "$@" >out 2>err </dev/null || status=$?
+  timeout 10 "$@" >said 2>err </dev/null || status=$?
   [[ $status = "$want_status" && $(<err) = "$want_message" ]] ||
     fail "$* ended with $status: $(<err), not $want_status: $want_message"
 }
@@ -104,8 +106,8 @@ check_output() {
   wait
   cmp from_fifo whole || fail 'a pipe does not get the text'
   rm fifo
-  cp older stdout && "${command[@]}" --output /dev/stdout >>stdout
-  cmp stdout whole || fail '/dev/stdout is not written in place'
+  cp older stdout && "${command[@]}" --output out >>stdout
+  cmp stdout whole || fail 'an open file is not written in place'
 
   # A file that cannot be replaced in its folder is written in place; one that may not be
   # written stays.
@@ -139,7 +141,7 @@ check_output() {
   for log in log.bin ./new/../log.bin hard.bin soft.bin; do
     expect 1 "log.bin: the $noun would go into the log itself" "${command[@]}" --output "$log"
   done
-  for into in '' '--output /dev/stdout'; do
+  for into in '' '--output out'; do
     expect 1 "log.bin: the $noun would go into the log itself" \
       bash -c "\"\$@\" $into >>log.bin" - "${command[@]}"
   done
@@ -175,6 +177,6 @@ on_terminal colored '' ''
 on_terminal colored NO_COLOR= ''
 on_terminal plain NO_COLOR=1 ''
 on_terminal plain '' '| cat'
-on_terminal plain '' '--output /dev/stdout'
+on_terminal plain '' '--output out'
 [ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
 exit "$failed"

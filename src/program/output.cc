@@ -175,7 +175,7 @@ std::string PutInPlace(NewFile* file, const fs::path& target, int older) {
     return "";
   }
   // The target may be a mount, or another user's file in a folder like /tmp.
-  const std::string error =
+  std::string error =
       older >= 0 ? CopyInPlace(file->fd, older) : CannotCreate();
   unlink(file->name.c_str());
   return error;
