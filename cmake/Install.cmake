@@ -4,8 +4,11 @@ include(GNUInstallDirs)
 set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
     CACHE STRING "Where zsh looks for completions, mostly below the prefix")
 
-foreach(program IN ITEMS lumo-profile-viewer lumo-profile-export
-        lumo-profile-compare)
+set(programs lumo-profile-viewer lumo-profile-export lumo-profile-compare)
+if(TARGET lumo-profile-page)
+  list(APPEND programs lumo-profile-page)
+endif()
+foreach(program IN LISTS programs)
   install(TARGETS ${program})
   install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   # bash looks for a file of the program's name; one file knows both.

@@ -14,7 +14,8 @@
 
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
-#include "compare/comparison_words.h"
+#include "compare/comparison_text.h"
+#include "compare/figure_text.h"
 #include "compare/figures.h"
 #include "model/event_series.h"
 #include "program/command_line.h"
@@ -63,8 +64,9 @@ TEST(WelchTest, GivesThePValuesOfR) {
       {{0, 0}, {1e-38F, 1e-38F}, 0},
   };
   for (const auto& test : kCases) {
-    const EventSeries before = {"us", test.before};
-    const EventSeries after = {"us", test.after};
+    const EventSeriesMap::value_type before = {{0, "before"},
+                                               {"us", test.before}};
+    const EventSeriesMap::value_type after = {{0, "after"}, {"us", test.after}};
     const Figures a = ComputeFigures(before, 0);
     const Figures b = ComputeFigures(after, 0);
     SCOPED_TRACE(testing::PrintToString(test.before));
@@ -173,7 +175,7 @@ void ExpectFiguresOfReport(const std::string& path, const std::string& other) {
     ASSERT_TRUE(before.contains(key)) << key;
     const float number = before.at(key);
     // The report has one of two notations.
-    EXPECT_TRUE(text == Fixed(number) || text == Significant(number, 6))
+    EXPECT_TRUE(text == FixedText(number) || text == SignificantText(number, 6))
         << key << ": " << text << ", not " << number;
   }
 }
@@ -217,7 +219,8 @@ TEST(CommandLine, ReadsNumbersWholeOrNotAtAll) {
   for (const auto& test : kCases) {
     std::int32_t whole = -1;
     double percentage = -1;
-    const bool is_whole = ParseWholeNumber(test.text, &whole);
+    std::string error;
+    const bool is_whole = ParseWholeNumber("-n", test.text, &whole, &error);
     const bool is_percentage = ParsePercentage(test.text, &percentage);
     EXPECT_EQ(is_whole, test.whole.has_value()) << test.text;
     EXPECT_EQ(is_percentage, test.percentage.has_value()) << test.text;

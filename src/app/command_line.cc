@@ -1,5 +1,3 @@
-// The command line: the options' table, their echoes and the usage text.
-
 #include "app/profile_viewer.h"
 
 #include <cerrno>
@@ -47,7 +45,7 @@ bool ReportNoInteger(const Console& console, const std::string& name,
                                   Printable(text) + "].");
 }
 
-// Its wording and its tabs are fixed texts.
+// The wording and the tabs are fixed.
 void PrintUsage(std::ostream& out) {
   out << "options:\n"
          "--help \t\t\t\t\t\t\t\t\t Help\n"
@@ -93,7 +91,7 @@ bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
         console.out << "[Profile Viewer] Number of warmups: [" << num_warmup
                     << "]" << std::endl;
         break;
-      default:  // --help, and every mistake, which getopt_long() has reported
+      default:  // --help, or a mistake, which getopt_long() has reported
         PrintUsage(console.out);
         std::exit(EXIT_SUCCESS);
     }

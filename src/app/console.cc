@@ -1,5 +1,3 @@
-// Writes the lines that report a failure.
-
 #include "app/console.h"
 
 #include <string>
@@ -12,7 +10,7 @@ bool ReportError(const Console& console, std::string_view text) {
 }
 
 bool ReportLocation(const Console& console, std::string_view step, int number) {
-  // One text, because standard error passes on each piece by itself.
+  // In one piece, because standard error is not buffered.
   const std::string line = "Error in lumo-profile-viewer function at " +
                            std::string(step) + ":" + std::to_string(number) +
                            "\n";

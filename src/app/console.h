@@ -1,4 +1,4 @@
-// Where a run writes its lines, and the lines with which it reports a failure.
+// The streams of a run, and the lines that report a failure.
 
 #ifndef LUMO_APP_CONSOLE_H_
 #define LUMO_APP_CONSOLE_H_
@@ -8,13 +8,13 @@
 
 namespace lumo {
 
-// The two streams of a run, which must outlive it. Each line to `out` is
-// flushed; the report is not.
+// The two streams of a run. They must outlive it. Each line to `out` is
+// flushed, the report is not.
 struct Console {
-  // Standard output: echoed options, a warning, errors and, where no file is
-  // named for it, the report.
+  // Standard output: echoed options, a warning, errors and, without --output,
+  // the report.
   std::ostream& out;
-  // Standard error: where a run failed.
+  // Standard error: the step that failed.
   std::ostream& err;
 };
 
@@ -22,9 +22,9 @@ struct Console {
 // Returns false, for a step to return in turn.
 bool ReportError(const Console& console, std::string_view text);
 
-// Writes to `console.err` at which step inside the viewer a run failed. The
-// numbers are fixed texts, like the words before them: scripts look for them,
-// so they stay when the source moves. Returns false.
+// Writes the step that failed to `console.err`. Returns false. Scripts search
+// for these lines: their words and numbers are fixed, wherever the source
+// moves.
 bool ReportLocation(const Console& console, std::string_view step, int number);
 
 }  // namespace lumo

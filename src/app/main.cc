@@ -9,7 +9,7 @@
 
 namespace {
 
-// Says on standard error which step failed. The numbers are fixed texts, see
+// Writes which step failed to standard error. The numbers are fixed, see
 // ReportLocation(). Returns the exit status.
 int FailAt(int number) {
   std::cerr << "Error at main:" + std::to_string(number) + "\n";

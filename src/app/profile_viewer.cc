@@ -9,11 +9,12 @@
 #include "report/event_listing.h"
 #include "report/op_sections.h"
 #include "report/report_header.h"
+#include "report/text_room.h"
 
 namespace lumo {
 
 ProfileViewer::ProfileViewer(const Console& streams) : console(streams) {
-  // Else the stream would drop what memory does not suffice for, and go on.
+  // Otherwise a failed allocation would silently truncate the report.
   report_stream.exceptions(std::ios::badbit);
 }
 
@@ -22,8 +23,7 @@ bool ProfileViewer::LoadProfilingLog(const std::string& path) {
   if (!log.open_error.empty()) {
     return ReportError(console, "Cannot open the input file.");
   }
-  // Whether the log was read to its end is not looked at: bytes that are
-  // missing count as 0.
+  // A read error is ignored, as is required: missing bytes count as 0.
   loaded_path = path;
   return TakeLog(std::move(log.bytes));
 }
@@ -84,7 +84,7 @@ bool ProfileViewer::CheckMessageCounts(const MessageGroups& groups,
 }
 
 void ProfileViewer::CheckWarmupCount() {
-  // Wraps around at 32 bits: the comparison is defined for that product.
+  // The comparison is defined for the product in 32 bits, which wraps around.
   const auto warmups =
       static_cast<std::int32_t>(static_cast<std::uint32_t>(graph_count) *
                                 static_cast<std::uint32_t>(num_warmup));
@@ -98,7 +98,7 @@ void ProfileViewer::CheckWarmupCount() {
 
 bool ProfileViewer::ExportData() {
   const std::string report = ComposeReport();
-  // Every run renders the log, whether or not its text is wanted.
+  // Every run is required to render the log, even if the text is not written.
   const std::string log_text = log_text_converter.RenderLogText(log_storage);
   if (output.empty() && log_text_path.empty()) {
     console.out << report;
@@ -114,11 +114,9 @@ bool ProfileViewer::ExportData() {
 }
 
 std::string ProfileViewer::ComposeReport() {
-  // Room for the report of a usual log, so that its text does not move while it
-  // grows: 6 % of a whole run less. What is not used of it costs address space
-  // alone.
+  // Reserved, so that a long text does not move while it grows.
   std::string room;
-  room.reserve(2 * log_storage.size());
+  room.reserve(EstimateText(*root, 60));
   report_stream.str(std::move(room));
 
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
@@ -127,7 +125,7 @@ std::string ProfileViewer::ComposeReport() {
                finalize_runs);
   WriteSection("------------Execute Info------------", execute_statistics,
                execute_runs);
-  // Only a detailed log has operations; graph 0 speaks for all.
+  // Only a detailed log has operations. Graph 0 decides for all graphs.
   if (!op_averages.empty() && !op_averages.front().empty()) {
     WriteOpSections(report_stream, op_averages, top_ops, topK);
   }
@@ -146,14 +144,12 @@ void ProfileViewer::WriteSection(const char* heading,
 
 bool ProfileViewer::WriteTextFile(const std::string& path,
                                   const std::string& text) const {
-  // The text goes out in one write and needs no buffer. One that the file made
-  // for itself could be what memory does not suffice for, when the older
-  // content is gone already.
+  // The text goes out in one write and needs no buffer. Allocating one after
+  // truncating the file could fail and lose the old report.
   std::array<char, 1> no_buffer{};
   std::ofstream file;
   file.rdbuf()->pubsetbuf(no_buffer.data(), no_buffer.size());
-  // The log must survive: a path that leads to it, by whatever name, is
-  // refused.
+  // Never overwrite the log, whatever name the path gives it.
   if (!IsSameFile(path, loaded_path)) {
     file.open(path);
   }

@@ -17,31 +17,33 @@
 
 namespace lumo {
 
-// The steps are called once each, in their order, and each only after the one
-// before it returned true. A step that returns false has written what it found
-// wrong as one line to standard output.
+// Call each step once, in their order, and only if the previous one returned
+// true. A step that returns false has written one line about the problem to
+// standard output.
+//
+// One object owns everything of a run, and its members have the names of the
+// options: both are required, so please keep them.
 class ProfileViewer {
  public:
-  // The streams must outlive the viewer. A report that memory does not suffice
-  // for ends the process: it is never cut.
+  // The streams must outlive the viewer. If memory runs out, the process
+  // aborts: a truncated report is never written.
   explicit ProfileViewer(const Console& streams);
   // `root` points into `log_storage`.
   ProfileViewer(const ProfileViewer&) = delete;
   ProfileViewer& operator=(const ProfileViewer&) = delete;
 
   // Sets the options below and echoes each on standard output. Returns false if
-  // a number cannot be read or no input is named. Does not return for --help,
-  // and for an option that is unknown or lacks its argument, which
-  // getopt_long() has then named on standard error: prints the usage text and
-  // ends the process with status 0.
+  // a number cannot be read or no input is named. For --help, and for an option
+  // that is unknown or lacks its argument, prints the usage text and ends the
+  // process with status 0; getopt_long() reports a wrong option on standard
+  // error.
   bool ParseCommandLine(int argc, char** argv);
 
-  // Takes the content of the file at `path` as the log of this run. Returns
-  // false if the file cannot be opened or is not a well-formed log.
+  // Loads the file at `path` as the log of this run. Returns false if the file
+  // cannot be opened or is not a well-formed log.
   bool LoadProfilingLog(const std::string& path);
 
-  // Takes `bytes` as the log of this run. Returns false if they are not a
-  // well-formed log.
+  // As LoadProfilingLog(), but for a log that is in memory already.
   bool TakeLog(std::vector<std::uint8_t> bytes);
 
   // Computes everything that the report shows. May lower `num_warmup` to 1.
@@ -51,12 +53,11 @@ class ProfileViewer {
   bool ReadDataFromLog();
 
   // Writes the report to `output`, or to standard output if that is empty.
-  // Returns false if a file cannot be created, or is the log. Whether all of
-  // the text could be written is not known.
+  // Returns false if a file cannot be created or is the log. Write errors are
+  // not reported.
   bool ExportData();
 
-  // Returns the report that ExportData() writes. To be called once, and not
-  // with ExportData().
+  // Returns the report that ExportData() writes. Call only one of the two.
   std::string ComposeReport();
 
   // The options, as --help explains them. No option sets `log_text_path`, where
@@ -68,15 +69,14 @@ class ProfileViewer {
   std::int32_t num_warmup = 1;
 
  private:
-  // Sets the counts and the four results below. False, with the reason in
-  // `error`, where ReadDataFromLog() returns false.
+  // Does the work of ReadDataFromLog(). Sets `error` if it returns false.
   bool ComputeResults(std::string* error);
 
-  // Sets the counts and the ranges below. False, with the reason in `error`, if
-  // a count is 0 or a run belongs to no graph.
+  // Sets the counts and the ranges below. Returns false, with the reason in
+  // `error`, if a count is 0 or a run belongs to no graph.
   bool CheckMessageCounts(const MessageGroups& groups, std::string* error);
 
-  // Sets `num_warmup` to 1, with a warning, if there are fewer executes.
+  // Sets `num_warmup` to 1, with a warning, if the log has fewer execute runs.
   void CheckWarmupCount();
 
   // Adds a heading, the messages of `runs` and the summary of their statistics
@@ -85,36 +85,36 @@ class ProfileViewer {
                     const std::vector<StatisticsMap>& statistics,
                     const MessageRange& runs);
 
-  // Creates or truncates the file at `path` and writes `text`. False, with an
-  // error line, if the file cannot be created or is the log.
+  // Creates or truncates the file at `path` and writes `text`. Returns false,
+  // after an error line, if the file cannot be created or is the log.
   bool WriteTextFile(const std::string& path, const std::string& text) const;
 
   const Console console;
 
-  // Where the log was read from, which must not be written to; empty if it did
+  // The path of the log, which must never be written to. Empty if the log did
   // not come from a file.
   std::string loaded_path;
 
-  // The bytes of the log, and the root table within them. Every name in the
-  // results below points into these bytes too.
+  // The bytes of the log, and the root table within them. The names in the
+  // results below point into these bytes.
   std::vector<std::uint8_t> log_storage;
   const ProfilingLog* root = nullptr;
 
-  // The report while it is composed. Its notation for floats is never reset:
-  // what one section sets holds for those after it.
+  // The report while it is composed. The notation for floats that one section
+  // sets stays for the sections after it, as the report requires.
   std::stringstream report_stream;
 
   LogTextConverter log_text_converter;
 
-  // The numbers of different graphs, finalize messages and execute messages,
-  // and which messages the runs of each kind are, see MessageGroups.
+  // The numbers of graphs, finalize messages and execute messages, and the
+  // messages that are the runs of each kind, see MessageGroups.
   std::int32_t graph_count = 0;
   std::int32_t prepare_count = 0;
   std::int32_t inference_count = 0;
   MessageRange finalize_runs = {};
   MessageRange execute_runs = {};
 
-  // Element g of each belongs to graph g; each has graph_count elements.
+  // Element g belongs to graph g; there are graph_count elements.
   std::vector<StatisticsMap> finalize_statistics;
   std::vector<StatisticsMap> execute_statistics;
   std::vector<OpAverageMap> op_averages;

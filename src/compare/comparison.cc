@@ -17,7 +17,7 @@ struct Candidate {
   std::int32_t occurrence;
   // Its place in the log's order.
   std::size_t place;
-  const EventSeries* series;
+  const EventSeriesMap::value_type* series;
 };
 
 auto KeyOf(const Candidate& one) {
@@ -28,8 +28,9 @@ auto KeyOf(const Candidate& one) {
 std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
   std::vector<Candidate> candidates;
   candidates.reserve(series.size());
-  for (const auto& [key, one] : series) {
-    candidates.push_back({one.unit, key.name, 0, candidates.size(), &one});
+  for (const auto& one : series) {
+    candidates.push_back(
+        {one.second.unit, one.first.name, 0, candidates.size(), &one});
   }
   std::sort(candidates.begin(), candidates.end(),
             [](const Candidate& a, const Candidate& b) {

@@ -15,6 +15,9 @@
 
 namespace lumo {
 
+// How sure to be of a difference, in percent, if nobody says otherwise.
+inline constexpr double kDefaultConfidence = 99.0;
+
 // The series of one log, and how many runs each graph has. Element g of each
 // list belongs to graph g.
 struct LogSeries {

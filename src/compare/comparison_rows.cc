@@ -3,7 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "compare/comparison_words.h"
+#include "compare/comparison_text.h"
+#include "compare/figure_text.h"
 #include "program/csv_field.h"
 
 namespace lumo {
@@ -12,8 +13,8 @@ namespace {
 void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
   const bool has_mean = figures && figures->n > 0;
   *row += figures ? std::to_string(figures->n) : "";
-  *row += ',' + (has_mean ? Shortest(figures->mean) : "");
-  *row += ',' + (has_mean ? Shortest(figures->stdev) : "") + ',';
+  *row += ',' + (has_mean ? ShortestText(figures->mean) : "");
+  *row += ',' + (has_mean ? ShortestText(figures->stdev) : "") + ',';
 }
 
 }  // namespace
@@ -39,9 +40,10 @@ void WriteComparisonRows(std::ostream& stream,
       row += ',';
       AppendFigures(pair.before, &row);
       AppendFigures(pair.after, &row);
-      row += pair.change_percent ? Significant(*pair.change_percent, 6) : "";
+      row +=
+          pair.change_percent ? SignificantText(*pair.change_percent, 6) : "";
       row += ',';
-      row += pair.p_adjusted ? Significant(*pair.p_adjusted, 6) : "";
+      row += pair.p_adjusted ? SignificantText(*pair.p_adjusted, 6) : "";
       row += ',';
       row += VerdictText(pair.verdict);
       row += '\n';

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "compare/comparison_words.h"
+#include "compare/figure_text.h"
 #include "model/printable.h"
 
 namespace lumo {
@@ -46,8 +46,8 @@ void SetFigures(const std::optional<Figures>& figures, std::string* cells) {
   if (figures) {
     cells[0] = std::to_string(figures->n);
     if (figures->n > 0) {
-      cells[1] = Fixed(figures->mean);
-      cells[2] = Fixed(figures->stdev);
+      cells[1] = FixedText(figures->mean);
+      cells[2] = FixedText(figures->stdev);
     }
   }
 }
@@ -57,13 +57,10 @@ Cells MakeCells(const SeriesPair& pair) {
   SetFigures(pair.before, &cells[0]);
   SetFigures(pair.after, &cells[3]);
   if (pair.change_percent) {
-    cells[6] = Fixed(*pair.change_percent) + '%';
-    if (*pair.change_percent >= 0) {
-      cells[6].insert(cells[6].begin(), '+');
-    }
+    cells[6] = ChangeText(*pair.change_percent);
   }
   if (pair.p_adjusted) {
-    cells[7] = Significant(*pair.p_adjusted, 2);
+    cells[7] = SignificantText(*pair.p_adjusted, 2);
   }
   cells[8] = VerdictCell(pair.verdict);
   return cells;
@@ -161,9 +158,36 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
   stream << '\n';
 }
 
-// "19 pairs compared, 5 differ (17 tested, 99% confidence)"
-void WriteCounts(std::ostream& stream,
-                 const std::vector<ComparedRuns>& all_runs, double confidence) {
+}  // namespace
+
+std::string_view LevelText(Level level) {
+  return level == Level::kEvent ? "event" : "operation";
+}
+
+std::string_view RunKindText(RunKind kind) {
+  return kind == RunKind::kFinalize ? "finalize" : "execute";
+}
+
+std::string_view VerdictText(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kHigher:
+      return "higher";
+    case Verdict::kLower:
+      return "lower";
+    case Verdict::kNoDifference:
+      return "no_difference";
+    case Verdict::kNoTest:
+      return "no_test";
+    case Verdict::kOnlyBefore:
+      return "only_before";
+    case Verdict::kOnlyAfter:
+      return "only_after";
+  }
+  return "";
+}
+
+std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+                       double confidence) {
   std::size_t compared = 0;
   std::size_t tested = 0;
   std::size_t different = 0;
@@ -174,13 +198,12 @@ void WriteCounts(std::ostream& stream,
       different += IsDifferent(pair) ? 1U : 0U;
     }
   }
-  stream << compared << (compared == 1 ? " pair" : " pairs") << " compared, "
-         << different << (different == 1 ? " differs (" : " differ (") << tested
-         << " tested, " << Significant(confidence, kAsGiven)
-         << "% confidence)\n";
+  return std::to_string(compared) + (compared == 1 ? " pair" : " pairs") +
+         " compared, " + std::to_string(different) +
+         (different == 1 ? " differs (" : " differ (") +
+         std::to_string(tested) + " tested, " +
+         SignificantText(confidence, kAsGiven) + "% confidence)";
 }
-
-}  // namespace
 
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
@@ -191,7 +214,7 @@ void WriteComparison(std::ostream& stream,
     }
     WriteBlock(stream, runs, settings, in_color);
   }
-  WriteCounts(stream, all_runs, settings.confidence);
+  stream << CountsText(all_runs, settings.confidence) << '\n';
 }
 
 std::optional<std::string> DescribeWorstSlowdown(
@@ -209,8 +232,9 @@ std::optional<std::string> DescribeWorstSlowdown(
         *text += ", ";
         *text += LevelText(pair.level);
         *text += " [" + Printable(pair.name) + "]: ";
-        *text += pair.change_percent ? Fixed(rise) + "% higher" : "up from 0";
-        *text += ", more than " + Significant(max_slowdown, kAsGiven) + "%";
+        *text +=
+            pair.change_percent ? FixedText(rise) + "% higher" : "up from 0";
+        *text += ", more than " + SignificantText(max_slowdown, kAsGiven) + "%";
       }
     }
   }

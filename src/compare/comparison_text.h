@@ -7,6 +7,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "compare/comparison.h"
@@ -23,8 +24,23 @@ struct ComparisonSettings {
   double confidence;
 };
 
-// Writes a block for each element of `all_runs` and a last line with the
-// numbers of pairs. Figures have two decimals and stand before the names, which
+// Returns "event" or "operation".
+std::string_view LevelText(Level level);
+
+// Returns "finalize" or "execute".
+std::string_view RunKindText(RunKind kind);
+
+// Returns "higher", "lower", "no_difference", "no_test", "only_before" or
+// "only_after".
+std::string_view VerdictText(Verdict verdict);
+
+// Returns how many pairs there are and how many of them differ, such as "19
+// pairs compared, 5 differ (17 tested, 99% confidence)".
+std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+                       double confidence);
+
+// Writes a block for each element of `all_runs` and a last line with
+// CountsText(). Figures have two decimals and stand before the names, which
 // are escaped as Printable() does it. With `in_color`, lines of pairs that
 // differ have the colors of a terminal. Stops after a failed write.
 void WriteComparison(std::ostream& stream,

@@ -12,15 +12,16 @@
 
 namespace lumo {
 
-Figures ComputeFigures(const EventSeries& series, std::int32_t num_warmup) {
-  const std::span<const float> values(series.values);
+Figures ComputeFigures(const EventSeriesMap::value_type& series,
+                       std::int32_t num_warmup) {
+  const std::span<const float> values(series.second.values);
   const std::size_t excluded =
       values.size() == 1
           ? 0
           : std::min(values.size(), static_cast<std::size_t>(num_warmup));
   const std::span<const float> measured = values.subspan(excluded);
   const float mean = Mean(measured);
-  return {&series.values, static_cast<std::int32_t>(measured.size()), mean,
+  return {&series, static_cast<std::int32_t>(measured.size()), mean,
           SampleDeviation(measured, mean)};
 }
 

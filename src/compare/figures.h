@@ -12,8 +12,8 @@ namespace lumo {
 
 // One series of one log.
 struct Figures {
-  // All its values, in the log's order; points into a LogSeries.
-  const std::vector<float>* values;
+  // Its key and all its values, in the log's order; points into a LogSeries.
+  const EventSeriesMap::value_type* series;
   // How many values the figures are computed from: those after the warm-up, or
   // the only one.
   std::int32_t n;
@@ -24,7 +24,8 @@ struct Figures {
 
 // Returns the figures of a series, without the first `num_warmup` values, from
 // 0, unless it has only one. They refer to the series.
-Figures ComputeFigures(const EventSeries& series, std::int32_t num_warmup);
+Figures ComputeFigures(const EventSeriesMap::value_type& series,
+                       std::int32_t num_warmup);
 
 // Returns the p-value of Welch's t test, two-sided, for the means of two
 // samples: the probability of a difference as large as theirs if there is none.

@@ -40,7 +40,7 @@ constexpr int kTooSlow = 3;
 
 struct Options {
   std::int32_t num_warmup = 1;
-  double confidence = 99.0;
+  double confidence = lumo::kDefaultConfidence;
   std::optional<double> max_slowdown;
   bool csv = false;
   std::string output;
@@ -71,10 +71,10 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
     message += ", not [" + lumo::Printable(text) + "]";
     return lumo::RejectCommandLine(kProgram, message);
   };
-  if (num_warmup &&
-      !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
-    return reject("--num_warmup takes a whole number from 0 to 2147483647",
-                  *num_warmup);
+  std::string error;
+  if (!lumo::ParseWholeNumber("--num_warmup", num_warmup, &options->num_warmup,
+                              &error)) {
+    return lumo::RejectCommandLine(kProgram, error);
   }
   if (confidence &&
       (!lumo::ParsePercentage(*confidence, &options->confidence) ||

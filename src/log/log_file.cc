@@ -18,13 +18,12 @@ namespace {
 static_assert(sizeof(void*) == 8,
               "a 64-bit machine is needed: where pointers have 32 bits the "
               "library's verifier accepts offsets that wrap around, and a log "
-              "dated after 2038 is not recognised as the file to spare");
+              "dated after 2038 cannot be protected from being overwritten");
 
-// The verifier's limit on a buffer, which it only asserts: 2 GiB - 1.
+// The verifier only asserts its limit on a buffer: 2 GiB - 1.
 constexpr std::uint64_t kFirstSizeTooLarge = FLATBUFFERS_MAX_BUFFER_SIZE;
 
-// Returns whether two looks at a file show the same content, as far as its size
-// and its time stamps tell.
+// Returns whether a file seems unchanged, judging by its size and time stamps.
 bool IsUnchanged(const struct stat& a, const struct stat& b) {
   return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
          a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
@@ -39,7 +38,7 @@ std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
     return std::strerror(errno);
   }
   if (S_ISDIR(before.st_mode) || fseeko(file, 0, SEEK_END) != 0) {
-    return "";  // nothing that has a size
+    return "";  // it has no size, so it cannot be a log
   }
   const auto size = static_cast<std::uint64_t>(ftello(file));
   if (size >= kFirstSizeTooLarge) {
@@ -62,8 +61,7 @@ std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
 
 LogFile ReadLogFile(const std::string& path) {
   LogFile log;
-  // Opening a named pipe would wait for a writer that may never come, so it is
-  // only asked whether that is allowed.
+  // Opening a named pipe would wait for a writer that may never come.
   std::error_code ignored;
   if (std::filesystem::is_fifo(path, ignored)) {
     if (access(path.c_str(), R_OK) != 0) {

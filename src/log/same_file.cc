@@ -1,6 +1,3 @@
-// Compares files by device and inode. std::filesystem::equivalent() does so for
-// files and folders only, and a log can be what a disk begins with.
-
 #include "log/same_file.h"
 
 #include <sys/stat.h>
@@ -9,6 +6,8 @@
 namespace lumo {
 namespace {
 
+// Compares by device and inode. std::filesystem::equivalent() does so only for
+// files and folders, but a log may be read directly from a block device.
 bool IsSame(const struct stat& a, const struct stat& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }

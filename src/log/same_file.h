@@ -1,4 +1,4 @@
-// Whether a place to write to is the log that was read.
+// Whether an output would go into the log that was read.
 
 #ifndef LUMO_LOG_SAME_FILE_H_
 #define LUMO_LOG_SAME_FILE_H_
@@ -7,12 +7,11 @@
 
 namespace lumo {
 
-// Returns whether both paths lead to one file, device or pipe, through links or
-// by other names too. False if either does not exist.
+// Returns whether both paths name the same file, device or pipe, also through
+// links. Returns false if either does not exist.
 bool IsSameFile(const std::string& a, const std::string& b);
 
-// Returns whether what is written to standard output gets into the file at
-// `path`.
+// Returns whether standard output goes into the file at `path`.
 bool IsStandardOutput(const std::string& path);
 
 }  // namespace lumo

@@ -5,6 +5,25 @@
 #include <system_error>
 
 namespace lumo {
+namespace {
+
+// Returns the engines of a resource mask in the order of their bits, such as
+// "VPU, TMU, DMA"; bits without an engine add nothing.
+std::string ResourceMaskText(std::uint8_t mask) {
+  constexpr std::string_view kEngines[] = {"VPU", "TMU", "DMA"};
+  std::string text;
+  unsigned bit = 1;
+  for (const std::string_view engine : kEngines) {
+    if ((mask & bit) != 0) {
+      text += text.empty() ? "" : ", ";
+      text += engine;
+    }
+    bit <<= 1;
+  }
+  return text;
+}
+
+}  // namespace
 
 std::string_view UnitText(ProfileEventUnit unit) {
   switch (unit) {
@@ -18,6 +37,22 @@ std::string_view UnitText(ProfileEventUnit unit) {
       return "count";
     default:
       return "";
+  }
+}
+
+std::string ValueText(const ProfilingEvent& event) {
+  std::string text = ": ";
+  switch (event.type()) {
+    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_CRITICAL_BG_OP_ID:
+    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_WAIT_BG_OP_ID:
+      return "";
+    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_RESOURCEMASK:
+      return text + ResourceMaskText(static_cast<std::uint8_t>(event.value()));
+    default:
+      text += std::to_string(event.value());
+      text += ' ';
+      text += UnitText(event.unit());
+      return text;
   }
 }
 

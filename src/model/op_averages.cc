@@ -9,11 +9,10 @@
 namespace lumo {
 namespace {
 
-// A binary heap with the least percent at the root; the children of position p
-// are at 2p + 1 and 2p + 2. It is written out because the standard library's
-// moves equal elements in another order, and ties show in the report. With
-// percents that are not numbers every comparison is false, and the same steps
-// decide.
+// A binary heap with the smallest percent at the root; the children of position
+// p are at 2p + 1 and 2p + 2. The standard library's heap is not used because
+// it moves equal elements in another order, and the order of ties is part of
+// the report. Percents that are not numbers compare as equal to all.
 
 bool IsLarger(const TopOpEntry& a, const TopOpEntry& b) {
   return a.percent > b.percent;

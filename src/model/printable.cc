@@ -1,16 +1,13 @@
-// Writes control characters in the way of a C string.
-
 #include "model/printable.h"
 
 #include <cstddef>
 
 namespace lumo {
 
-std::string Printable(std::string_view text) {
-  constexpr std::size_t kLongest = 200;
+std::string EscapeControls(std::string_view text) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string printable;
-  for (const char c : text.substr(0, kLongest)) {
+  for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
     if (c == '\n') {
       printable += "\\n";
@@ -26,10 +23,13 @@ std::string Printable(std::string_view text) {
       printable += c;
     }
   }
-  if (text.size() > kLongest) {
-    printable += "...";
-  }
   return printable;
+}
+
+std::string Printable(std::string_view text) {
+  constexpr std::size_t kLongest = 200;
+  return EscapeControls(text.substr(0, kLongest)) +
+         (text.size() > kLongest ? "..." : "");
 }
 
 }  // namespace lumo

@@ -15,6 +15,9 @@ namespace lumo {
 // "..." after them.
 std::string Printable(std::string_view text);
 
+// As Printable(), but of any length.
+std::string EscapeControls(std::string_view text);
+
 }  // namespace lumo
 
 #endif  // LUMO_MODEL_PRINTABLE_H_

@@ -9,9 +9,8 @@
 namespace lumo {
 namespace {
 
-// The compiler would drop infinities and the sign of zero, and add in an order
-// of its own. Of the single options that -ffast-math consists of, not every
-// compiler tells.
+// With these options the compiler drops infinities and the sign of zero and
+// reorders sums. Not every compiler announces each option of -ffast-math.
 #if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) ||      \
     defined(__NO_SIGNED_ZEROS__) || defined(__RECIPROCAL_MATH__) || \
     (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
@@ -21,8 +20,8 @@ namespace {
 static_assert(FLT_EVAL_METHOD == 0,
               "the figures are defined by float operations that round at once");
 
-// The first series of graph 0 alone decides for the whole list, however many
-// values the others have.
+// The first series of graph 0 decides for the whole list, however many values
+// the other series have.
 bool HoldsSingleRuns(const std::vector<EventSeriesMap>& series) {
   return !series.empty() && !series.front().empty() &&
          series.front().begin()->second.values.size() == 1;
@@ -36,7 +35,7 @@ RunStatistics StatisticsOf(const EventSeries& event, std::size_t num_warmup) {
           event.unit};
 }
 
-// Returns whether every series has the warm-up runs that it is asked for.
+// Returns whether every series has at least `num_warmup` values.
 bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
                     std::int32_t num_warmup, std::string* error) {
   std::int32_t graph_position = 0;

@@ -102,10 +102,21 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
   return std::nullopt;
 }
 
-bool ParseWholeNumber(std::string_view text, std::int32_t* number) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, failure] = std::from_chars(text.data(), end, *number);
-  return failure == std::errc() && stop == end && text.front() != '-';
+bool ParseWholeNumber(std::string_view option,
+                      const std::optional<std::string>& text,
+                      std::int32_t* number, std::string* error) {
+  if (!text) {
+    return true;
+  }
+  const char* const end = text->data() + text->size();
+  const auto [stop, failure] = std::from_chars(text->data(), end, *number);
+  if (failure == std::errc() && stop == end && text->front() != '-') {
+    return true;
+  }
+  *error = option;
+  *error += " takes a whole number from 0 to 2147483647, not [" +
+            Printable(*text) + "]";
+  return false;
 }
 
 bool ParsePercentage(std::string_view text, double* percentage) {

@@ -39,12 +39,15 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     std::size_t most_operands,
                                     std::vector<std::string>* operands);
 
-// Sets `number` if `text` consists of decimal digits alone and is at most
-// 2147483647. Returns whether it was.
-bool ParseWholeNumber(std::string_view text, std::int32_t* number);
+// Sets `number` to the argument of an option, if it was given: decimal digits
+// alone, at most 2147483647. Returns false, with a message that names the
+// option in `error`, if it is anything else.
+bool ParseWholeNumber(std::string_view option,
+                      const std::optional<std::string>& text,
+                      std::int32_t* number, std::string* error);
 
-// Sets `percentage` if `text` is a decimal number without a sign, such as "5"
-// or "99.5". Returns whether it was.
+// Returns whether `text` is a decimal number without a sign, such as "5" or
+// "99.5", and sets `percentage` to it.
 bool ParsePercentage(std::string_view text, double* percentage);
 
 }  // namespace lumo

@@ -1,5 +1,3 @@
-// The forms of an event's line, and the walk through its tree.
-
 #include "report/event_listing.h"
 
 #include <algorithm>
@@ -18,52 +16,23 @@
 namespace lumo {
 namespace {
 
-// Indentations are counted in steps of four blanks.
+// A step of indentation is four blanks.
 constexpr std::int32_t kTopLevelDepth = 3;
 
-// Returns the engines of a resource mask in the order of their bits, such as
-// "VPU, TMU, DMA"; bits without an engine add nothing.
-std::string ResourceMaskText(std::uint8_t mask) {
-  constexpr std::string_view kEngines[] = {"VPU", "TMU", "DMA"};
-  std::string text;
-  unsigned bit = 1;
-  for (const std::string_view engine : kEngines) {
-    if ((mask & bit) != 0) {
-      text += text.empty() ? "" : ", ";
-      text += engine;
-    }
-    bit <<= 1;
-  }
-  return text;
-}
-
-// "75.00% | name: 1500 cycles" for an operation, "name" for a background
-// operation, "name: VPU, TMU" for a resource mask, else "name: 1500 cycles".
+// "75.00% | name: 1500 cycles" for an operation, "name: 1500 cycles" and the
+// like for any other event.
 void WriteEventLine(std::ostream& stream, const ProfilingEvent& event,
                     std::uint64_t parent_value) {
-  const std::string_view name = flatbuffers::GetStringView(event.name());
-  const std::uint64_t value = event.value();
-  switch (event.type()) {
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE:
-      WritePercentField(stream, static_cast<float>(value) /
-                                    static_cast<float>(parent_value) * 100.0F);
-      break;
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_CRITICAL_BG_OP_ID:
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_WAIT_BG_OP_ID:
-      stream << name << '\n';
-      return;
-    case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_RESOURCEMASK:
-      stream << name << ": "
-             << ResourceMaskText(static_cast<std::uint8_t>(value)) << '\n';
-      return;
-    default:
-      break;
+  if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
+    WritePercentField(stream, static_cast<float>(event.value()) /
+                                  static_cast<float>(parent_value) * 100.0F);
   }
-  stream << name << ": " << value << ' ' << UnitText(event.unit()) << '\n';
+  stream << flatbuffers::GetStringView(event.name()) << ValueText(event)
+         << '\n';
 }
 
-// Returns how many different nodes the direct sub-events of `event`, of which
-// there must be some, have in their names.
+// Returns how many different node ids are in the names of the direct sub-events
+// of `event`, which must have some.
 std::size_t CountNodes(const ProfilingEvent& event) {
   std::vector<std::int32_t> ids;
   for (const ProfilingEvent* sub_event : *event.sub_events()) {
@@ -78,9 +47,9 @@ std::size_t CountNodes(const ProfilingEvent& event) {
       std::distance(ids.begin(), std::unique(ids.begin(), ids.end())));
 }
 
-// Writes the line of `event` and below it those of its sub-events, one step
-// deeper. An operation's share is one of `parent_value`, the value of the event
-// above it, which is 0 for a top-level event.
+// Writes the line of `event` and, one step deeper, those of its sub-events. An
+// operation's percentage is that of `parent_value`, the value of the enclosing
+// event, which is 0 for a top-level event.
 void WriteEventTree(std::ostream& stream, const ProfilingEvent& event,
                     std::int32_t depth, std::uint64_t parent_value) {
   stream << std::string(static_cast<std::size_t>(depth) * 4, ' ');

@@ -1,4 +1,4 @@
-// The listing of messages as trees of event lines.
+// The listing of messages and their events.
 
 #ifndef LUMO_REPORT_EVENT_LISTING_H_
 #define LUMO_REPORT_EVENT_LISTING_H_
@@ -13,10 +13,9 @@
 namespace lumo {
 
 // Writes one section of the report: the messages at positions `first` to
-// `end` - 1, which must exist, each with its event trees, and then the summary
-// of `statistics`, whose figures exclude the first `num_warmup` runs.
-// Returns false, with nothing written, if `root` is null or `statistics` has no
-// element.
+// `end` - 1, which must exist, each with its events as trees, and then the
+// summary of `statistics`, whose figures exclude the first `num_warmup` runs.
+// Returns false and writes nothing if `root` is null or `statistics` is empty.
 bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
                     const std::vector<StatisticsMap>& statistics,
                     std::int32_t first, std::int32_t end,

@@ -9,7 +9,7 @@
 
 namespace lumo {
 
-// Renders logs as text. It has no state.
+// Renders logs as text. It has no state: that it is an object is required.
 class LogTextConverter {
  public:
   // Returns every field of the log in `log_storage`, which must have been

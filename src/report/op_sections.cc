@@ -1,5 +1,3 @@
-// The two sections and their rows, which differ in order and notation.
-
 #include "report/op_sections.h"
 
 #include <array>
@@ -12,7 +10,7 @@
 namespace lumo {
 namespace {
 
-// What begins the line of an operation in both sections.
+// Writes the beginning of an operation's line, the same in both sections.
 void WriteShare(std::ostream& stream, float percent) {
   stream << "            ";
   WritePercentField(stream, percent);
@@ -25,8 +23,8 @@ void WriteAverageRow(std::ostream& stream, std::string_view name,
   stream << name << ": " << op.average << ' ' << op.unit << '\n';
 }
 
-// "            16.29% |         1500 cycles | name", the average with up to six
-// significant digits, whatever notation the stream is in.
+// "            16.29% |         1500 cycles | name". The average has up to six
+// significant digits, whatever notation the stream is set to.
 void WriteTopRow(std::ostream& stream, const TopOpEntry& op) {
   std::array<char, 16> digits;  // the longest is "1.23457e+38"
   const auto written =

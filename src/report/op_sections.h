@@ -1,4 +1,4 @@
-// The two sections about operations that end the report of a detailed log.
+// The two sections about operations at the end of a detailed log's report.
 
 #ifndef LUMO_REPORT_OP_SECTIONS_H_
 #define LUMO_REPORT_OP_SECTIONS_H_
@@ -12,8 +12,9 @@
 namespace lumo {
 
 // Writes every operation of every graph in key order, then the rows of
-// `top_ops` as they are, under a heading with `topK`. Element g of both belongs
-// to graph g. Always returns true.
+// `top_ops` as they are, below a heading with `topK`. Element g of both belongs
+// to graph g. Always returns true: the result is required, and its caller
+// ignores it.
 bool WriteOpSections(std::ostream& stream,
                      const std::vector<OpAverageMap>& op_averages,
                      const std::vector<std::vector<TopOpEntry>>& top_ops,

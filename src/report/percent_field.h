@@ -7,11 +7,9 @@
 
 namespace lumo {
 
-// Writes "12.50% | ": the number with two decimals, right-aligned in 5
-// characters (more if it is longer), or as "inf" or, if it is none, "-nan". The
-// stream stays in fixed notation with two decimals from then on, which is why
-// the figures of a summary have two decimals once a percentage stands above
-// them.
+// Writes "12.50% | ": the number with two decimals, or "inf" or "-nan", padded
+// to 5 characters. Leaves the stream in fixed notation with two decimals: the
+// report requires that figures below the first percentage have two decimals.
 void WritePercentField(std::ostream& stream, float percent);
 
 }  // namespace lumo

@@ -1,5 +1,3 @@
-// The fixed lines of the header and a block for each graph.
-
 #include "report/report_header.h"
 
 #include <flatbuffers/flatbuffers.h>

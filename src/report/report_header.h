@@ -1,4 +1,4 @@
-// The head of the report: versions, date and the number of runs of each graph.
+// The header of the report: versions, date, and how many runs each graph has.
 
 #ifndef LUMO_REPORT_REPORT_HEADER_H_
 #define LUMO_REPORT_REPORT_HEADER_H_
@@ -10,12 +10,12 @@
 
 namespace lumo {
 
-// Writes the header for a log with these numbers of graphs, finalize and
-// execute messages. Returns false, with nothing written, if `root` is null.
+// Writes the header for a log with these numbers of graphs, finalize messages
+// and execute messages. Returns false and writes nothing if `root` is null.
 //
-// The four texts of the root end at their first zero byte; an absent one is
-// empty. Graph i is described by message i: `graph_count` must not exceed the
-// number of messages. Runs per graph are whole numbers, rounded down.
+// The four texts of the root are written up to their first zero byte; an absent
+// one is empty. Graph i is described by message i, so `graph_count` must not
+// exceed the number of messages. Runs per graph are rounded down.
 bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
                        std::int32_t graph_count, std::int32_t prepare_count,
                        std::int32_t inference_count);

@@ -1,5 +1,3 @@
-// Three passes over a graph: warm-up means, means, deviations.
-
 #include "report/summary.h"
 
 #include <algorithm>
@@ -7,8 +5,8 @@
 namespace lumo {
 namespace {
 
-// The statistics of a list are computed or marked as not computed all at once,
-// so its first entry speaks for all.
+// The statistics of a list are computed all at once or not at all, so the first
+// entry decides.
 bool HasStatistics(const std::vector<StatisticsMap>& statistics) {
   const auto graph =
       std::find_if(statistics.begin(), statistics.end(),

@@ -12,9 +12,9 @@
 namespace lumo {
 
 // Writes the warm-up means, the means and the deviations of each graph, and
-// then two empty lines. Writes only the empty lines if there is no entry, or if
-// a figure of the first one is negative or not a number. The figures take the
-// notation that the stream is in; `num_warmup` only stands in the text.
+// then two empty lines. Writes only the empty lines if there is no entry or the
+// first one is not computed, see IsComputed(). The figures have the notation
+// that the stream is set to; `num_warmup` only appears in the text.
 void WriteSummary(std::ostream& stream,
                   const std::vector<StatisticsMap>& statistics,
                   std::int32_t num_warmup);

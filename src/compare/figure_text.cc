@@ -1,0 +1,43 @@
+#include "compare/figure_text.h"
+
+#include <array>
+#include <charconv>
+
+namespace lumo {
+namespace {
+
+// A double before its decimal point has 309 digits at most.
+using Digits = std::array<char, 320>;
+
+}  // namespace
+
+std::string FixedText(double number) {
+  Digits digits;
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                    std::chars_format::fixed, 2);
+  return {digits.data(), written.ptr};
+}
+
+std::string ChangeText(double percent) {
+  std::string text = percent < 0 ? "" : "+";
+  text += FixedText(percent);
+  return text + "%";
+}
+
+std::string SignificantText(double number, int precision) {
+  Digits digits;
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                    std::chars_format::general, precision);
+  return {digits.data(), written.ptr};
+}
+
+std::string ShortestText(float number) {
+  Digits digits;
+  const auto written =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  return {digits.data(), written.ptr};
+}
+
+}  // namespace lumo

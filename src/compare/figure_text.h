@@ -1,0 +1,26 @@
+// Figures as text.
+
+#ifndef LUMO_COMPARE_FIGURE_TEXT_H_
+#define LUMO_COMPARE_FIGURE_TEXT_H_
+
+#include <string>
+
+namespace lumo {
+
+// Returns `number` with two decimals and without an exponent, such as
+// "1949.60".
+std::string FixedText(double number);
+
+// Returns a change in percent with its sign and two decimals, such as "+9.26%".
+std::string ChangeText(double percent);
+
+// Returns `number` with up to `precision` significant digits, at most 20, such
+// as "0.00123" or "1.2e-06".
+std::string SignificantText(double number, int precision);
+
+// Returns `number` with the fewest digits that read back to the same float.
+std::string ShortestText(float number);
+
+}  // namespace lumo
+
+#endif  // LUMO_COMPARE_FIGURE_TEXT_H_

@@ -1,0 +1,78 @@
+// lumo-profile-page: writes one profiling log, or two to compare, as a page
+// that opens in a browser.
+
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "compare/compared_log.h"
+#include "page/page_data.h"
+#include "page/page_html.h"
+#include "page/page_tables.h"
+#include "page/page_template.h"
+#include "program/command_line.h"
+#include "program/output.h"
+#include "program/program.h"
+
+namespace {
+
+constexpr lumo::Program kProgram = {
+    "lumo-profile-page",
+    "usage: lumo-profile-page [--num_warmup W] [--output FILE] LOG [LOG]\n"
+    "Writes a profiling log, or two to compare, as a page for a browser.\n"
+    "\n"
+    "  --num_warmup W  runs to exclude as warm-up; default: 1\n"
+    "  --output FILE   where the page goes; default: standard output\n"
+    "  --help          print this text and end\n"
+    "  --version       print the version and end\n"};
+
+void WritePage(std::ostream& stream, const lumo::Page& page) {
+  stream << lumo::kPageBeforeTitle << lumo::MakeTitle(page)
+         << lumo::kPageBeforeHeading;
+  lumo::WriteHeading(stream, page);
+  stream << lumo::kPageBeforeTables;
+  lumo::WriteTables(stream, page);
+  stream << lumo::kPageBeforeData;
+  lumo::WritePageData(stream, page);
+  stream << lumo::kPageEnd;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  lumo::PrepareProcess();
+
+  std::optional<std::string> num_warmup_text;
+  std::optional<std::string> output;
+  std::vector<std::string> paths;
+  if (const std::optional<int> status = lumo::ParseCommandLine(
+          kProgram, argc, argv,
+          {{"num_warmup", &num_warmup_text}, {"output", &output}}, 2, &paths)) {
+    return *status;
+  }
+  std::int32_t num_warmup = 1;
+  std::string error;
+  if (!lumo::ParseWholeNumber("--num_warmup", num_warmup_text, &num_warmup,
+                              &error)) {
+    return lumo::RejectCommandLine(kProgram, error);
+  }
+  if (paths.empty()) {
+    return lumo::RejectCommandLine(kProgram, "a log must be named");
+  }
+  std::vector<lumo::ComparedLog> logs;
+  for (const std::string& path : paths) {
+    std::optional<lumo::ComparedLog> log = lumo::LoadComparedLog(path, &error);
+    if (!log) {
+      return lumo::Fail(kProgram, error);
+    }
+    logs.push_back(std::move(*log));
+  }
+  const lumo::Page page = lumo::MakePage(
+      logs.front(), logs.size() == 2 ? &logs.back() : nullptr, num_warmup);
+  return lumo::WriteOutput(
+      kProgram, output.value_or(""), paths, "page",
+      [&page](std::ostream& stream) { WritePage(stream, page); });
+}

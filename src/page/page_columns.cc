@@ -1,0 +1,129 @@
+#include "page/page_columns.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "compare/comparison_text.h"
+#include "compare/figure_text.h"
+#include "model/event_fields.h"
+#include "page/display_text.h"
+
+namespace lumo {
+namespace {
+
+std::string MeanCell(const std::optional<Figures>& figures) {
+  return figures && figures->n > 0 ? FixedText(figures->mean) : "";
+}
+
+std::string DeviationCell(const std::optional<Figures>& figures) {
+  return figures && figures->n > 0 ? FixedText(figures->stdev) : "";
+}
+
+std::string ShareCell(const Row& row) {
+  const std::optional<float> share =
+      row.pair.before
+          ? ShareOf(row.page.before, row.graph.graph, *row.pair.before)
+          : std::nullopt;
+  return share ? FixedText(*share) + "%" : "";
+}
+
+std::string VerdictCell(const Row& row) {
+  std::string words(VerdictText(row.pair.verdict));
+  std::replace(words.begin(), words.end(), '_', ' ');
+  const char* const sign = row.pair.verdict == Verdict::kHigher  ? "▲ "
+                           : row.pair.verdict == Verdict::kLower ? "▼ "
+                                                                 : "";
+  return "<span class=\"" + std::string(VerdictText(row.pair.verdict)) + "\">" +
+         sign + words + "</span>";
+}
+
+// A bar of SVG, because the page's policy refuses style attributes.
+std::string Bar(const std::optional<Figures>& figures, float largest_mean,
+                const char* css_class, int top) {
+  if (!figures || figures->n == 0 || largest_mean <= 0.0F) {
+    return "";
+  }
+  return "<rect class=\"" + std::string(css_class) + "\" y=\"" +
+         std::to_string(top) + "\" height=\"4\" width=\"" +
+         FixedText(100.0 * figures->mean / largest_mean) + "\"/>";
+}
+
+std::string BarsCell(const Row& row) {
+  return "<svg viewBox=\"0 0 100 8\" preserveAspectRatio=\"none\" "
+         "aria-hidden=\"true\">" +
+         Bar(row.pair.before, row.largest_mean, "before", 0) +
+         Bar(row.pair.after, row.largest_mean, "after", 4) + "</svg>";
+}
+
+std::string NodeCell(const Row& row) {
+  const std::int32_t id = ParseNodeId(row.pair.name);
+  return id == -1 ? "" : std::to_string(id);
+}
+
+std::string NameCell(const Row& row) { return TextHtml(row.pair.name); }
+std::string UnitCell(const Row& row) { return std::string(row.pair.unit); }
+std::string BeforeCell(const Row& row) { return MeanCell(row.pair.before); }
+std::string AfterCell(const Row& row) { return MeanCell(row.pair.after); }
+
+std::string BeforeDeviationCell(const Row& row) {
+  return DeviationCell(row.pair.before);
+}
+
+std::string AfterDeviationCell(const Row& row) {
+  return DeviationCell(row.pair.after);
+}
+
+std::string ChangeCell(const Row& row) {
+  return row.pair.change_percent ? ChangeText(*row.pair.change_percent) : "";
+}
+
+constexpr Column kNode = {"Node", "node_id", "number", false, NodeCell};
+constexpr Column kOperation = {"Operation", "name", "name", true, NameCell};
+constexpr Column kEvent = {"Event", "name", "name", true, NameCell};
+constexpr Column kMean = {"Mean", "before.mean", "number", false, BeforeCell};
+constexpr Column kDeviation = {"Std. dev.", "before.stdev", "number", false,
+                               BeforeDeviationCell};
+constexpr Column kBefore = {"Before", "before.mean", "number", false,
+                            BeforeCell};
+constexpr Column kAfter = {"After", "after.mean", "number", false, AfterCell};
+constexpr Column kAfterDeviation = {"Std. dev.", "after.stdev", "number", false,
+                                    AfterDeviationCell};
+constexpr Column kUnit = {"Unit", "unit", "unit", false, UnitCell};
+constexpr Column kChange = {"Change", "change_percent", "number", false,
+                            ChangeCell};
+constexpr Column kVerdict = {"Verdict", "verdict", "verdict", false,
+                             VerdictCell};
+constexpr Column kShare = {"Share", "before.share", "number", false, ShareCell};
+constexpr Column kBars = {"", "", "bars", false, BarsCell};
+
+}  // namespace
+
+std::vector<Column> ColumnsOf(const Page& page, Level level, bool has_unit) {
+  const bool is_operation = level == Level::kOperation;
+  std::vector<Column> columns = {kEvent};
+  if (is_operation) {
+    columns = {kNode, kOperation};
+  }
+  const auto append = [&columns](const std::vector<Column>& more) {
+    columns.insert(columns.end(), more.begin(), more.end());
+  };
+  if (page.after) {
+    append({kBefore, kDeviation, kAfter, kAfterDeviation});
+  } else {
+    append({kMean, kDeviation});
+  }
+  if (has_unit) {
+    append({kUnit});
+  }
+  if (page.after) {
+    append({kChange, kVerdict});
+  }
+  if (is_operation) {
+    append({kShare, kBars});
+  }
+  return columns;
+}
+
+}  // namespace lumo

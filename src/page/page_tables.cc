@@ -1,0 +1,144 @@
+#include "page/page_tables.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+#include <flatbuffers/flatbuffers.h>
+
+namespace lumo {
+namespace {
+
+using flatbuffers::VectorLength;
+
+// Adds the operations of a message. If several have the same key, under
+// different top-level events, the first is kept.
+void AddOperations(const ProfilingMessage& message, SampleRun* sample) {
+  const auto* const events = message.events();
+  for (flatbuffers::uoffset_t j = 0; j < VectorLength(events); ++j) {
+    const auto* const sub_events = events->Get(j)->sub_events();
+    std::int32_t ordinal = 0;
+    for (flatbuffers::uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
+      const ProfilingEvent* const event = sub_events->Get(k);
+      if (event->type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
+        sample->operations.try_emplace(
+            EventKey{ordinal, flatbuffers::GetStringView(event->name())},
+            event);
+        ++ordinal;
+      }
+    }
+  }
+}
+
+std::vector<SampleRun> FindSampleRuns(const ComparedLog& log,
+                                      std::int32_t num_warmup) {
+  const std::vector<std::int32_t> run_counts =
+      CountRuns(log.groups, RunKind::kExecute);
+  std::vector<SampleRun> samples(run_counts.size());
+  std::vector<std::int32_t> runs(run_counts.size());
+  const MessageRange range = log.groups.execute_runs;
+  for (std::int32_t i = range.first; i < range.end; ++i) {
+    const ProfilingMessage& message = MessageAt(*log.groups.messages, i);
+    const auto graph = static_cast<std::size_t>(GraphOf(message));
+    const std::int32_t run = runs[graph]++;
+    if (run == std::min(num_warmup, run_counts[graph] - 1)) {
+      samples[graph].run = run;
+      AddOperations(message, &samples[graph]);
+    }
+  }
+  return samples;
+}
+
+bool HasOneUnit(const EventSeriesMap& series) {
+  return std::all_of(series.begin(), series.end(), [&series](const auto& one) {
+    return one.second.unit == series.begin()->second.unit;
+  });
+}
+
+PageLog MakePageLog(const ComparedLog& log, std::int32_t num_warmup) {
+  PageLog page_log = {&log, {}, FindSampleRuns(log, num_warmup)};
+  std::vector<std::vector<TopOpEntry>> unused;
+  for (const EventSeriesMap& operations : log.series.operations) {
+    AggregateNodeTimes(operations, 0, &page_log.op_averages, &unused);
+    if (!HasOneUnit(operations)) {
+      page_log.op_averages.back().clear();
+    }
+  }
+  return page_log;
+}
+
+// Appends the table of the pairs of `level`, if there are any.
+void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
+  PageTable table = {runs.kind, level, {}};
+  for (const SeriesPair& pair : runs.pairs) {
+    if (pair.level == level) {
+      table.pairs.push_back(&pair);
+    }
+  }
+  if (!table.pairs.empty()) {
+    graph->tables.push_back(std::move(table));
+  }
+}
+
+// The mean of a pair of a page about one log; nothing counts as less than all.
+float MeanBefore(const SeriesPair* pair) {
+  return pair->before->n > 0 ? pair->before->mean : -1.0F;
+}
+
+std::vector<PageGraph> MakeGraphs(const std::vector<ComparedRuns>& all_runs) {
+  std::map<std::int32_t, PageGraph> graphs;
+  // Execute runs come last in `all_runs`, and first on the page.
+  for (auto runs = all_runs.rbegin(); runs != all_runs.rend(); ++runs) {
+    PageGraph& graph = graphs[runs->graph];
+    graph.graph = runs->graph;
+    AppendTable(*runs, Level::kOperation, &graph);
+    AppendTable(*runs, Level::kEvent, &graph);
+  }
+  std::vector<PageGraph> sorted;
+  for (auto& [number, graph] : graphs) {
+    sorted.push_back(std::move(graph));
+  }
+  return sorted;
+}
+
+}  // namespace
+
+Page MakePage(const ComparedLog& before, const ComparedLog* after,
+              std::int32_t num_warmup) {
+  Page page = {
+      MakePageLog(before, num_warmup), std::nullopt, num_warmup, {}, {}};
+  if (after != nullptr) {
+    page.after = MakePageLog(*after, num_warmup);
+  }
+  const LogSeries none;
+  page.all_runs =
+      CompareSeries(before.series, after == nullptr ? none : after->series,
+                    num_warmup, kDefaultConfidence);
+  page.graphs = MakeGraphs(page.all_runs);
+  if (after == nullptr) {
+    for (PageGraph& graph : page.graphs) {
+      PageTable& first = graph.tables.front();
+      if (first.level == Level::kOperation) {
+        std::stable_sort(first.pairs.begin(), first.pairs.end(),
+                         [](const SeriesPair* a, const SeriesPair* b) {
+                           return MeanBefore(a) > MeanBefore(b);
+                         });
+      }
+    }
+  }
+  return page;
+}
+
+std::optional<float> ShareOf(const PageLog& log, std::int32_t graph,
+                             const Figures& figures) {
+  const OpAverageMap& averages =
+      log.op_averages[static_cast<std::size_t>(graph)];
+  const auto entry = averages.find(figures.series->first);
+  if (entry == averages.end() || std::isnan(entry->second.percent)) {
+    return std::nullopt;
+  }
+  return entry->second.percent;
+}
+
+}  // namespace lumo

@@ -1,0 +1,77 @@
+// What a page shows: the compared series, sorted into tables.
+
+#ifndef LUMO_PAGE_PAGE_TABLES_H_
+#define LUMO_PAGE_PAGE_TABLES_H_
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "compare/compared_log.h"
+#include "compare/comparison.h"
+#include "model/op_averages.h"
+#include "profiling_log_generated.h"
+
+namespace lumo {
+
+// The operations of one run of a graph, for their details.
+struct SampleRun {
+  // Which execute run of its graph it is, from 0.
+  std::int32_t run;
+  // The node event of each operation; points into the log.
+  std::map<EventKey, const ProfilingEvent*> operations;
+};
+
+// A log of a page, with what the comparison does not have. Element g of each
+// list belongs to graph g.
+struct PageLog {
+  const ComparedLog* source;
+  // The averages and shares of the operations, as in the report: over all runs.
+  // Empty for a graph with operations in several units, which do not add up.
+  std::vector<OpAverageMap> op_averages;
+  // The first run after the warm-up, or the last one if none is left.
+  std::vector<SampleRun> sample_runs;
+};
+
+// One table of a graph.
+struct PageTable {
+  RunKind kind;
+  Level level;
+  std::vector<const SeriesPair*> pairs;
+};
+
+struct PageGraph {
+  std::int32_t graph;
+  // The operations, the top-level events of the execute runs, and those of the
+  // finalize runs; without tables that would be empty.
+  std::vector<PageTable> tables;
+};
+
+// Everything that is written into a page.
+struct Page {
+  PageLog before;
+  // Nothing on a page about one log.
+  std::optional<PageLog> after;
+  std::int32_t num_warmup;
+  std::vector<ComparedRuns> all_runs;
+  // Point into `all_runs`.
+  std::vector<PageGraph> graphs;
+};
+
+// Returns the page about one log, or about two if `after` is not null. It
+// refers to both, and may be moved, but not copied.
+//
+// Tables have the order of CompareSeries(), but the operations of a single log
+// are sorted by their mean, largest first.
+Page MakePage(const ComparedLog& before, const ComparedLog* after,
+              std::int32_t num_warmup);
+
+// Returns the share of the operation of these figures in percent, or nothing if
+// it has none: a share of 0 in 0, or of values in several units.
+std::optional<float> ShareOf(const PageLog& log, std::int32_t graph,
+                             const Figures& figures);
+
+}  // namespace lumo
+
+#endif  // LUMO_PAGE_PAGE_TABLES_H_
