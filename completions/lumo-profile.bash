@@ -1,13 +1,14 @@
-# Completes the options of lumo-profile-viewer and lumo-profile-export in bash.
+# Completes the options of the lumo-profile programs in bash.
 # shellcheck shell=bash
 
 # Takes the program's name, as bash gives it.
 _lumo_profile() {
   local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-  local options='--help --input_profile_data --output'
+  local options='--help --output' files=''
   case $1 in
-    *viewer) options+=' --topK --num_warmup' ;;
-    *) options+=' --version' ;;
+    *viewer) options+=' --input_profile_data --topK --num_warmup' ;;
+    *export) options+=' --input_profile_data --version' ;;
+    *) options+=' --num_warmup --confidence --max_slowdown --csv --version' ;;
   esac
   # bash makes three words of --output=report.txt.
   if [[ $current == = ]]; then
@@ -16,15 +17,19 @@ _lumo_profile() {
     option=${COMP_WORDS[COMP_CWORD - 2]}
   fi
   COMPREPLY=()
-  # The program takes an option by its first letters; one is enough to know it.
+  # Options may be abbreviated: a letter or two tell which one it is.
   case $option in
-    --i* | --o*)
-      compopt -o filenames -o default 2>/dev/null
-      mapfile -t COMPREPLY < <(compgen -f -- "$current")
-      ;;
-    --t* | --n*) ;; # any number
-    *) mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current") ;;
+    --i* | --o*) files=1 ;;
+    --t* | --n* | --co* | --m*) return ;; # any number
+    *) [[ $1 == *compare && $current != -* ]] && files=1 ;;
   esac
+  if [[ $files ]]; then
+    compopt -o filenames -o default 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+  else
+    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+  fi
 }
 
-complete -F _lumo_profile lumo-profile-viewer lumo-profile-export
+complete -F _lumo_profile \
+  lumo-profile-viewer lumo-profile-export lumo-profile-compare

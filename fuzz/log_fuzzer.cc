@@ -1,17 +1,50 @@
-// Fuzz target: a whole run of the viewer on an arbitrary log, and the table of
-// its events. The last two bytes are also the viewer's options, -128 to 127
-// each.
+// Fuzz target: a whole run of the viewer on an arbitrary log, the table of its
+// events, and its comparison with itself and with a log that differs in one
+// byte. The last two bytes are also the viewer's options, -128 to 127 each, and
+// the two before them say which byte differs.
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <sstream>
+#include <string>
 #include <vector>
 
 #include <flatbuffers/flatbuffers.h>
 
+#include "compare/comparison.h"
+#include "compare/comparison_rows.h"
+#include "compare/comparison_text.h"
 #include "export/event_table.h"
+#include "log/log_file.h"
+#include "model/message_groups.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
+
+namespace lumo {
+namespace {
+
+void Compare(const ProfilingLog& before, const ProfilingLog& after,
+             std::int32_t num_warmup) {
+  const LogSeries before_series = CollectLogSeries(GroupMessages(before));
+  const LogSeries after_series = CollectLogSeries(GroupMessages(after));
+  const auto all_runs =
+      CompareSeries(before_series, after_series, num_warmup, 99);
+  for (const ComparedRuns& runs : all_runs) {
+    for (const SeriesPair& pair : runs.pairs) {
+      const double p = pair.p_adjusted.value_or(1);
+      if (!(p >= 0 && p <= 1)) {
+        std::abort();
+      }
+    }
+  }
+  std::ostringstream text;
+  WriteComparison(text, all_runs, {"before", "after", num_warmup, 99}, true);
+  WriteComparisonRows(text, all_runs);
+}
+
+}  // namespace
+}  // namespace lumo
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
@@ -33,7 +66,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   lumo::RunViewer(log, topK, num_warmup);
   if (is_good) {
     std::ostringstream table;
-    lumo::WriteEventTable(table, *lumo::GetProfilingLog(log.data()));
+    const lumo::ProfilingLog& root = *lumo::GetProfilingLog(log.data());
+    lumo::WriteEventTable(table, root);
+    lumo::Compare(root, root, num_warmup & 127);
+    std::vector<std::uint8_t> other = log;
+    other[(data[size - 4] * 256U + data[size - 3]) % size] ^= 1U;
+    std::string error;
+    const lumo::ProfilingLog* other_root = lumo::VerifyLog(other, &error);
+    if (other_root != nullptr) {
+      lumo::Compare(root, *other_root, 1);
+    }
   }
   return 0;
 }

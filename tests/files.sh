@@ -2,16 +2,17 @@
 # Checks that each program of our own reads its log whole, writes its text whole or not
 # at all, wherever it goes and whatever goes wrong, and gives the system's reason.
 #
-#   files.sh PROGRAM_DIR LOG
+#   files.sh PROGRAM_DIR SAMPLE_LOG_DIR
 set -u
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 programs=$(realpath "$1")
-cp "$2" "$work/log.bin" && cd "$work" || exit 1
+cp "$2"/*.bin "$work" && cd "$work" && mv basic.bin log.bin || exit 1
 # Devices are used by names of this folder alone: a program that removes or replaces its
 # output would take the machine's. Only root can make devices; a link protects less.
 device() { { mknod "$1" c 1 "$2" && : <"$1"; } 2>err || ln -sf "/dev/$1" .; }
 device null 3 && device zero 5 && device full 7
+ln -s /proc/self/fd/1 out
 cp log.bin copy.bin && ln log.bin hard.bin
 ln -s ../"${work##*/}"/log.bin soft.bin
 mkdir folder
@@ -40,7 +41,7 @@ fail() {
 expect() {
   local status=0 want_status=$1 want_message=${2:+$name: $2}
   shift 2
-  timeout 10 "$@" >out 2>err </dev/null || status=$?
+  timeout 10 "$@" >said 2>err </dev/null || status=$?
   [[ $status = "$want_status" && $(<err) = "$want_message" ]] ||
     fail "$* ended with $status: $(<err), not $want_status: $want_message"
 }
@@ -109,8 +110,8 @@ check_output() {
   wait
   cmp from_fifo whole || fail 'a pipe does not get the text'
   rm fifo
-  cp older stdout && "${command[@]}" --output /dev/stdout >>stdout
-  cmp stdout whole || fail '/dev/stdout is not written in place'
+  cp older stdout && "${command[@]}" --output out >>stdout
+  cmp stdout whole || fail 'an open file is not written in place'
 
   # A file that cannot be replaced in its folder is written in place; one that may not be
   # written stays.
@@ -144,7 +145,7 @@ check_output() {
   for log in log.bin ./new/../log.bin hard.bin soft.bin; do
     expect 1 "log.bin: the $noun would go into the log itself" "${command[@]}" --output "$log"
   done
-  for into in '' '--output /dev/stdout'; do
+  for into in '' '--output out'; do
     expect 1 "log.bin: the $noun would go into the log itself" \
       bash -c "\"\$@\" $into >>log.bin" - "${command[@]}"
   done
@@ -157,5 +158,29 @@ check_output() {
 noun=table
 check_log lumo-profile-export --input_profile_data
 check_output lumo-profile-export --input_profile_data log.bin
+noun=comparison
+check_log lumo-profile-compare log.bin
+check_output lumo-profile-compare copy.bin log.bin
+# The first of two logs is one too.
+name=lumo-profile-compare command=("$programs/lumo-profile-compare")
+expect 1 'missing.bin: cannot be opened: No such file or directory' \
+  "${command[@]}" missing.bin log.bin
+expect 1 'log.bin: the comparison would go into the log itself' \
+  "${command[@]}" log.bin copy.bin --output hard.bin
+
+# A terminal gets the real differences in color, unless NO_COLOR is set.
+export program="$programs/$name"
+"$program" detailed.bin tuned.bin >plain
+sed $'s/^.*  lower .*/\033[1;32m&\033[0m/; s/^.*  higher .*/\033[1;31m&\033[0m/' plain >colored
+# on_terminal FILE SETTING OPTIONS: the terminal gets this text.
+on_terminal() {
+  script -qec "$2 \"\$program\" detailed.bin tuned.bin $3" /dev/null </dev/null |
+    tr -d '\r' | cmp - "$1" || fail "on a terminal with $2 $3"
+}
+on_terminal colored '' ''
+on_terminal colored NO_COLOR= ''
+on_terminal plain NO_COLOR=1 ''
+on_terminal plain '' '| cat'
+on_terminal plain '' '--output out'
 [ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
 exit "$failed"

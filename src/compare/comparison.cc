@@ -3,54 +3,48 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <map>
-#include <numeric>
-#include <span>
+#include <string_view>
 #include <tuple>
 #include <utility>
-
-#include <boost/math/distributions/students_t.hpp>
-
-#include "model/run_statistics.h"
 
 namespace lumo {
 namespace {
 
-// What the series of a pair agree in: unit, name, occurrence.
-using PairKey = std::tuple<std::string_view, std::string_view, std::int32_t>;
-
-// A series of one log, and its place in the log's order.
+// A series of one log, with what the series of a pair agree in.
 struct Candidate {
+  std::string_view unit;
+  std::string_view name;
+  std::int32_t occurrence;
+  // Its place in the log's order.
   std::size_t place;
   const EventSeriesMap::value_type* series;
 };
 
-std::map<PairKey, Candidate> FindCandidates(const EventSeriesMap& series) {
-  std::map<PairKey, Candidate> candidates;
-  std::map<std::pair<std::string_view, std::string_view>, std::int32_t> seen;
-  std::size_t place = 0;
-  for (const auto& entry : series) {
-    const std::string_view name = entry.first.name;
-    const std::string_view unit = entry.second.unit;
-    const std::int32_t occurrence = seen[{unit, name}]++;
-    candidates.emplace(PairKey{unit, name, occurrence},
-                       Candidate{place, &entry});
-    ++place;
-  }
-  return candidates;
+auto KeyOf(const Candidate& one) {
+  return std::tie(one.unit, one.name, one.occurrence);
 }
 
-Figures ComputeFigures(const EventSeriesMap::value_type* series,
-                       std::int32_t num_warmup) {
-  const std::span<const float> values(series->second.values);
-  const std::size_t excluded =
-      values.size() == 1
-          ? 0
-          : std::min(values.size(), static_cast<std::size_t>(num_warmup));
-  const std::span<const float> measured = values.subspan(excluded);
-  const float mean = Mean(measured);
-  return {series, static_cast<std::int32_t>(measured.size()), mean,
-          SampleDeviation(measured, mean)};
+// Returns the series of one level of one graph, ordered by KeyOf().
+std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
+  std::vector<Candidate> candidates;
+  candidates.reserve(series.size());
+  for (const auto& one : series) {
+    candidates.push_back(
+        {one.second.unit, one.first.name, 0, candidates.size(), &one});
+  }
+  std::sort(candidates.begin(), candidates.end(),
+            [](const Candidate& a, const Candidate& b) {
+              return std::tie(a.unit, a.name, a.place) <
+                     std::tie(b.unit, b.name, b.place);
+            });
+  for (std::size_t i = 1; i < candidates.size(); ++i) {
+    const Candidate& previous = candidates[i - 1];
+    Candidate& one = candidates[i];
+    if (one.unit == previous.unit && one.name == previous.name) {
+      one.occurrence = previous.occurrence + 1;
+    }
+  }
+  return candidates;
 }
 
 // A pair and what decides on its place: first the group, then, within the
@@ -68,20 +62,6 @@ bool IsBefore(const PlacedPair& a, const PlacedPair& b) {
          std::tuple(b.group, -b.difference, b.place);
 }
 
-PlacedPair MakePair(Level level, Verdict verdict, const PairKey& key,
-                    std::size_t place) {
-  PlacedPair placed = {};
-  placed.group = verdict == Verdict::kOnlyBefore  ? 2
-                 : verdict == Verdict::kOnlyAfter ? 4
-                                                  : 0;
-  placed.group += level == Level::kOperation ? 1 : 0;
-  placed.place = place;
-  placed.pair.level = level;
-  placed.pair.verdict = verdict;
-  std::tie(placed.pair.unit, placed.pair.name, placed.pair.occurrence) = key;
-  return placed;
-}
-
 // Sets the change, and the difference by which operations are sorted.
 void SetDifference(PlacedPair* placed) {
   SeriesPair& pair = placed->pair;
@@ -97,30 +77,54 @@ void SetDifference(PlacedPair* placed) {
   }
 }
 
+// Returns the pair of two series, of which one may be null.
+PlacedPair MakePair(Level level, const Candidate* before,
+                    const Candidate* after, std::int32_t num_warmup) {
+  const Candidate& one = before != nullptr ? *before : *after;
+  PlacedPair placed = {};
+  placed.group = level == Level::kOperation ? 1 : 0;
+  placed.place = one.place;
+  SeriesPair& pair = placed.pair;
+  pair.level = level;
+  pair.name = one.name;
+  pair.occurrence = one.occurrence;
+  pair.unit = one.unit;
+  if (before != nullptr) {
+    pair.before = ComputeFigures(*before->series, num_warmup);
+  }
+  if (after != nullptr) {
+    pair.after = ComputeFigures(*after->series, num_warmup);
+  }
+  if (after == nullptr) {
+    placed.group += 2;
+    pair.verdict = Verdict::kOnlyBefore;
+  } else if (before == nullptr) {
+    placed.group += 4;
+    pair.verdict = Verdict::kOnlyAfter;
+  } else {
+    pair.verdict = Verdict::kNoTest;
+    SetDifference(&placed);
+  }
+  return placed;
+}
+
 // Appends the pairs of one level of one graph.
 void AppendPairs(Level level, const EventSeriesMap& before,
                  const EventSeriesMap& after, std::int32_t num_warmup,
                  std::vector<PlacedPair>* pairs) {
-  std::map<PairKey, Candidate> unmatched = FindCandidates(after);
-  for (const auto& [key, candidate] : FindCandidates(before)) {
-    const auto match = unmatched.find(key);
-    const bool is_common = match != unmatched.end();
-    PlacedPair placed =
-        MakePair(level, is_common ? Verdict::kNoTest : Verdict::kOnlyBefore,
-                 key, candidate.place);
-    placed.pair.before = ComputeFigures(candidate.series, num_warmup);
-    if (is_common) {
-      placed.pair.after = ComputeFigures(match->second.series, num_warmup);
-      SetDifference(&placed);
-      unmatched.erase(match);
-    }
-    pairs->push_back(placed);
-  }
-  for (const auto& [key, candidate] : unmatched) {
-    PlacedPair placed =
-        MakePair(level, Verdict::kOnlyAfter, key, candidate.place);
-    placed.pair.after = ComputeFigures(candidate.series, num_warmup);
-    pairs->push_back(placed);
+  const std::vector<Candidate> left = FindCandidates(before);
+  const std::vector<Candidate> right = FindCandidates(after);
+  auto l = left.begin();
+  auto r = right.begin();
+  while (l != left.end() || r != right.end()) {
+    const bool has_left =
+        l != left.end() && (r == right.end() || KeyOf(*l) <= KeyOf(*r));
+    const bool has_right =
+        r != right.end() && (l == left.end() || KeyOf(*r) <= KeyOf(*l));
+    pairs->push_back(MakePair(level, has_left ? &*l : nullptr,
+                              has_right ? &*r : nullptr, num_warmup));
+    l += has_left ? 1 : 0;
+    r += has_right ? 1 : 0;
   }
 }
 
@@ -155,6 +159,7 @@ ComparedRuns PairRuns(const LogSeries& before, const LogSeries& after,
                        RunsOf(before, kind, graph),
                        RunsOf(after, kind, graph),
                        {}};
+  runs.pairs.reserve(placed.size());
   for (const PlacedPair& one : placed) {
     runs.pairs.push_back(one.pair);
   }
@@ -220,37 +225,6 @@ std::vector<ComparedRuns> CompareSeries(const LogSeries& before,
   }
   SetVerdicts(confidence, &all_runs);
   return all_runs;
-}
-
-double WelchTest(const Figures& before, const Figures& after) {
-  const double v1 = double{before.stdev} * before.stdev / before.n;
-  const double v2 = double{after.stdev} * after.stdev / after.n;
-  if (v1 + v2 == 0.0) {
-    return before.mean == after.mean ? 1.0 : 0.0;
-  }
-  const double t = (double{before.mean} - after.mean) / std::sqrt(v1 + v2);
-  const double freedom =
-      (v1 + v2) * (v1 + v2) /
-      (v1 * v1 / (before.n - 1.0) + v2 * v2 / (after.n - 1.0));
-  const boost::math::students_t distribution(freedom);
-  return 2.0 * boost::math::cdf(distribution, -std::abs(t));
-}
-
-void AdjustByHolm(std::vector<double>* p_values) {
-  std::vector<std::size_t> order(p_values->size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(),
-            [p_values](std::size_t a, std::size_t b) {
-              return (*p_values)[a] < (*p_values)[b];
-            });
-  double least = 0.0;
-  auto factor = static_cast<double>(order.size());
-  for (const std::size_t i : order) {
-    double& p = (*p_values)[i];
-    least = std::min(1.0, std::max(least, p * factor));
-    p = least;
-    factor -= 1.0;
-  }
 }
 
 }  // namespace lumo

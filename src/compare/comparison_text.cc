@@ -7,10 +7,12 @@
 
 #include "compare/figure_text.h"
 #include "model/printable.h"
-#include "program/csv_field.h"
 
 namespace lumo {
 namespace {
+
+// The digits of a percentage from the command line: as many as a double keeps.
+constexpr int kAsGiven = 15;
 
 bool IsDifferent(const SeriesPair& pair) {
   return pair.verdict == Verdict::kHigher || pair.verdict == Verdict::kLower;
@@ -67,40 +69,39 @@ Cells MakeCells(const SeriesPair& pair) {
 const Cells kHeadings = {"n",     "before", "stdev", "n",      "after",
                          "stdev", "change", "p",     "verdict"};
 
-// The lines of one block, as cells, and how wide their columns are.
-struct Layout {
-  std::vector<Cells> lines;
-  std::array<std::size_t, kColumns> widths;
-  std::size_t unit_width;
+// How wide the columns of one block are.
+struct Widths {
+  std::array<std::size_t, kColumns> cells;
+  std::size_t unit;
 };
 
-Layout MakeLayout(const ComparedRuns& runs) {
-  Layout layout = {{}, {}, 4};
+Widths MeasureColumns(const ComparedRuns& runs) {
+  Widths widths = {{}, 4};
   for (std::size_t column = 0; column < kColumns; ++column) {
-    layout.widths[column] = kHeadings[column].size();
+    widths.cells[column] = kHeadings[column].size();
   }
   for (const SeriesPair& pair : runs.pairs) {
-    layout.lines.push_back(MakeCells(pair));
+    const Cells cells = MakeCells(pair);
     for (std::size_t column = 0; column < kColumns; ++column) {
-      layout.widths[column] =
-          std::max(layout.widths[column], layout.lines.back()[column].size());
+      widths.cells[column] =
+          std::max(widths.cells[column], cells[column].size());
     }
-    layout.unit_width = std::max(layout.unit_width, pair.unit.size());
+    widths.unit = std::max(widths.unit, pair.unit.size());
   }
-  return layout;
+  return widths;
 }
 
 // "  5  1949.60  7.57  10  1925.40  6.00  -1.24%  3e-05  lower  us     | name"
-std::string JoinCells(const Layout& layout, const Cells& cells,
+std::string JoinCells(const Widths& widths, const Cells& cells,
                       std::string_view unit, std::string_view name) {
   std::string line;
   for (std::size_t column = 0; column < kColumns; ++column) {
-    line.append(2 + layout.widths[column] - cells[column].size(), ' ');
+    line.append(2 + widths.cells[column] - cells[column].size(), ' ');
     line += cells[column];
   }
   line += "  ";
   line += unit;
-  line.append(layout.unit_width - unit.size(), ' ');
+  line.append(widths.unit - unit.size(), ' ');
   line += " | ";
   line += name;
   return line;
@@ -135,17 +136,19 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
          << CountRuns(runs.runs_before)
          << "\n  after:  " << Printable(settings.after) << ", "
          << CountRuns(runs.runs_after) << "\n\n";
-  const Layout layout = MakeLayout(runs);
-  stream << JoinCells(layout, kHeadings, "unit", "name") << '\n';
+  const Widths widths = MeasureColumns(runs);
+  stream << JoinCells(widths, kHeadings, "unit", "name") << '\n';
   std::string_view section;
-  for (std::size_t i = 0; i < runs.pairs.size() && stream.good(); ++i) {
-    const SeriesPair& pair = runs.pairs[i];
+  for (const SeriesPair& pair : runs.pairs) {
+    if (!stream.good()) {
+      return;
+    }
     if (SectionOf(pair) != section) {
       section = SectionOf(pair);
       stream << section << ":\n";
     }
     const std::string line =
-        JoinCells(layout, layout.lines[i], pair.unit, Printable(pair.name));
+        JoinCells(widths, MakeCells(pair), pair.unit, Printable(pair.name));
     if (in_color && IsDifferent(pair)) {
       stream << ColorOf(pair.verdict) << line << "\033[0m\n";
     } else {
@@ -153,13 +156,6 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
     }
   }
   stream << '\n';
-}
-
-void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
-  const bool has_mean = figures && figures->n > 0;
-  *row += figures ? std::to_string(figures->n) : "";
-  *row += ',' + (has_mean ? ShortestText(figures->mean) : "");
-  *row += ',' + (has_mean ? ShortestText(figures->stdev) : "") + ',';
 }
 
 }  // namespace
@@ -205,8 +201,8 @@ std::string CountsText(const std::vector<ComparedRuns>& all_runs,
   return std::to_string(compared) + (compared == 1 ? " pair" : " pairs") +
          " compared, " + std::to_string(different) +
          (different == 1 ? " differs (" : " differ (") +
-         std::to_string(tested) + " tested, " + SignificantText(confidence, 6) +
-         "% confidence)";
+         std::to_string(tested) + " tested, " +
+         SignificantText(confidence, kAsGiven) + "% confidence)";
 }
 
 void WriteComparison(std::ostream& stream,
@@ -219,39 +215,6 @@ void WriteComparison(std::ostream& stream,
     WriteBlock(stream, runs, settings, in_color);
   }
   stream << CountsText(all_runs, settings.confidence) << '\n';
-}
-
-void WriteComparisonRows(std::ostream& stream,
-                         const std::vector<ComparedRuns>& all_runs) {
-  stream << "kind,graph,level,name,occurrence,unit,n_before,mean_before,"
-            "stdev_before,n_after,mean_after,stdev_after,change_percent,"
-            "p_adjusted,verdict\n";
-  std::string row;
-  for (const ComparedRuns& runs : all_runs) {
-    for (const SeriesPair& pair : runs.pairs) {
-      if (!stream.good()) {
-        return;
-      }
-      row = RunKindText(runs.kind);
-      row += ',' + std::to_string(runs.graph) + ',';
-      row += LevelText(pair.level);
-      row += ',';
-      AppendCsvField(pair.name, &row);
-      row += ',' + std::to_string(pair.occurrence) + ',';
-      row += pair.unit;
-      row += ',';
-      AppendFigures(pair.before, &row);
-      AppendFigures(pair.after, &row);
-      row +=
-          pair.change_percent ? SignificantText(*pair.change_percent, 6) : "";
-      row += ',';
-      row += pair.p_adjusted ? SignificantText(*pair.p_adjusted, 6) : "";
-      row += ',';
-      row += VerdictText(pair.verdict);
-      row += '\n';
-      stream << row;
-    }
-  }
 }
 
 std::optional<std::string> DescribeWorstSlowdown(
@@ -271,7 +234,7 @@ std::optional<std::string> DescribeWorstSlowdown(
         *text += " [" + Printable(pair.name) + "]: ";
         *text +=
             pair.change_percent ? FixedText(rise) + "% higher" : "up from 0";
-        *text += ", more than " + SignificantText(max_slowdown, 6) + "%";
+        *text += ", more than " + SignificantText(max_slowdown, kAsGiven) + "%";
       }
     }
   }

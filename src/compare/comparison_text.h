@@ -1,4 +1,4 @@
-// A comparison as text: for people, and as rows for other programs.
+// A comparison as text for people.
 
 #ifndef LUMO_COMPARE_COMPARISON_TEXT_H_
 #define LUMO_COMPARE_COMPARISON_TEXT_H_
@@ -46,14 +46,6 @@ std::string CountsText(const std::vector<ComparedRuns>& all_runs,
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color);
-
-// Writes the same as comma-separated rows below a row with the names of the
-// columns. What does not exist is an empty field. Means and deviations have the
-// fewest digits that read back to the same float, the change and the p-value
-// six significant digits; names are written as they are stored. Stops after a
-// failed write.
-void WriteComparisonRows(std::ostream& stream,
-                         const std::vector<ComparedRuns>& all_runs);
 
 // Returns a line about the pair in microseconds or cycles that rose most, of
 // those with the verdict kHigher that rose by more than `max_slowdown` percent,

@@ -12,6 +12,7 @@
 
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
+#include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
 #include "model/printable.h"
 #include "program/command_line.h"

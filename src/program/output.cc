@@ -88,7 +88,7 @@ std::optional<fs::path> FollowLinks(fs::path path) {
     const fs::path folder =
         fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
     if (error || folder.native().starts_with("/proc/")) {
-      errno = error.value();
+      errno = error ? error.value() : ENOENT;  // nothing is created in /proc
       return std::nullopt;
     }
     path = folder / path.filename();
@@ -175,7 +175,7 @@ std::string PutInPlace(NewFile* file, const fs::path& target, int older) {
     return "";
   }
   // The target may be a mount, or another user's file in a folder like /tmp.
-  const std::string error =
+  std::string error =
       older >= 0 ? CopyInPlace(file->fd, older) : CannotCreate();
   unlink(file->name.c_str());
   return error;
