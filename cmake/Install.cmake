@@ -20,7 +20,7 @@ endforeach()
 
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 # The tree's README is about the tree.
-install(FILES README.package.md RENAME README.md
+install(FILES PACKAGE.md RENAME README.md
         DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 # In the same folders as here, so that the documents' commands find them.
 install(DIRECTORY docs examples samples schema
