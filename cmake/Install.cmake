@@ -1,4 +1,4 @@
-# What `cmake --install` puts where, all of it as it is in the tree.
+# What `cmake --install` puts where.
 
 include(GNUInstallDirs)
 set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
@@ -18,6 +18,11 @@ foreach(program IN LISTS programs)
           DESTINATION "${LUMO_ZSH_COMPLETIONS_DIR}")
 endforeach()
 
-install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+# The tree's README is about the tree.
+install(FILES PACKAGE.md RENAME README.md
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 # In the same folders as here, so that the documents' commands find them.
-install(DIRECTORY docs samples schema DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY docs examples samples schema
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}" USE_SOURCE_PERMISSIONS)
+install(FILES ${sample_logs} DESTINATION "${CMAKE_INSTALL_DOCDIR}/samples")
