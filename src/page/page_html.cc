@@ -135,7 +135,7 @@ void WriteRow(std::ostream& stream, const std::vector<Column>& columns,
 // "Operations, cycles <span>13</span>": the unit is that of all rows, or empty.
 std::string CaptionOf(const PageTable& table, std::string_view unit) {
   std::string caption = table.level == Level::kOperation ? "Operations"
-                        : table.kind == RunKind::kExecute
+                        : table.runs.kind == RunKind::kExecute
                             ? "Top-level events of the execute runs"
                             : "Top-level events of the finalize runs";
   if (!unit.empty()) {
@@ -143,6 +143,20 @@ std::string CaptionOf(const PageTable& table, std::string_view unit) {
   }
   return caption + " <span class=\"count\">" +
          std::to_string(table.pairs.size()) + "</span>";
+}
+
+void WriteHeadingCell(std::ostream& stream, const PageTable& table,
+                      const Column& column) {
+  if (*column.heading == '\0') {
+    stream << "<td></td>";
+    return;
+  }
+  const bool is_sorted =
+      table.is_sorted_by_mean && std::string_view(column.key) == "before.mean";
+  stream << "<th scope=\"col\" class=\"" << column.css_class
+         << "\" data-key=\"" << column.key << '"'
+         << (is_sorted ? " aria-sort=\"descending\">" : ">") << column.heading
+         << "</th>";
 }
 
 // Writes a table whose first row has the number `first`.
@@ -157,9 +171,7 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
          << CaptionOf(table, has_one_unit ? largest.begin()->first : "")
          << "</caption>\n<thead><tr>";
   for (const Column& column : columns) {
-    stream << "<th scope=\"col\" class=\"" << column.css_class
-           << "\" data-key=\"" << column.key << "\">" << column.heading
-           << "</th>";
+    WriteHeadingCell(stream, table, column);
   }
   stream << "</tr></thead>\n<tbody>\n";
   for (std::size_t i = 0; i < table.pairs.size() && stream.good(); ++i) {
@@ -179,20 +191,27 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
 }  // namespace
 
 std::string MakeTitle(const Page& page) {
-  std::string title = MakeDisplayText(page.before.source->log.path).text;
+  std::string title = NotedText(page.before.source->log.path);
   if (page.after) {
-    title += " → " + MakeDisplayText(page.after->source->log.path).text;
+    title += " → " + NotedText(page.after->source->log.path);
   }
   return EscapeHtml(title);
 }
 
 void WriteHeading(std::ostream& stream, const Page& page) {
-  stream << "<header>\n<h1>" << MakeTitle(page) << "</h1>\n";
+  stream << "<header>\n<h1>" << TextHtml(page.before.source->log.path);
+  if (page.after) {
+    stream << " → " << TextHtml(page.after->source->log.path);
+  }
+  stream << "</h1>\n";
   WriteLogs(stream, page);
   stream << "</header>\n";
 }
 
 void WriteTables(std::ostream& stream, const Page& page) {
+  if (page.graphs.empty()) {
+    stream << "<p>The runs have no events.</p>\n";
+  }
   std::size_t rows = 0;
   for (const PageGraph& graph : page.graphs) {
     stream << "<section class=\"graph\" data-graph=\"" << graph.graph

@@ -70,7 +70,7 @@ PageLog MakePageLog(const ComparedLog& log, std::int32_t num_warmup) {
 
 // Appends the table of the pairs of `level`, if there are any.
 void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
-  PageTable table = {runs.kind, level, {}};
+  PageTable table = {runs, level, {}, false};
   for (const SeriesPair& pair : runs.pairs) {
     if (pair.level == level) {
       table.pairs.push_back(&pair);
@@ -120,6 +120,7 @@ Page MakePage(const ComparedLog& before, const ComparedLog* after,
     for (PageGraph& graph : page.graphs) {
       PageTable& first = graph.tables.front();
       if (first.level == Level::kOperation) {
+        first.is_sorted_by_mean = true;
         std::stable_sort(first.pairs.begin(), first.pairs.end(),
                          [](const SeriesPair* a, const SeriesPair* b) {
                            return MeanBefore(a) > MeanBefore(b);
