@@ -41,7 +41,9 @@ DisplayText MakeDisplayText(std::string_view bytes) {
   const std::string_view shown = bytes.substr(0, ShownSize(bytes));
   const std::string valid = ReplaceInvalid(shown);
   DisplayText text = {EscapeControls(valid), ""};
-  if (valid != shown) {
+  if (bytes.empty()) {
+    text.note = "empty";
+  } else if (valid != shown) {
     text.note = "not valid UTF-8";
   }
   if (shown.size() < bytes.size()) {
@@ -54,8 +56,12 @@ DisplayText MakeDisplayText(std::string_view bytes) {
 }
 
 std::string NotedText(std::string_view bytes) {
-  const DisplayText text = MakeDisplayText(bytes);
-  return text.note.empty() ? text.text : text.text + " (" + text.note + ")";
+  auto [text, note] = MakeDisplayText(bytes);
+  if (!note.empty()) {
+    text += text.empty() ? "(" : " (";
+    text += note + ")";
+  }
+  return text;
 }
 
 std::string EscapeHtml(std::string_view text) {

@@ -111,13 +111,13 @@
     }
     for (const side of sides.filter((side) => series[side])) {
       const {values, runs} = series[side];
-      const name = sides.length === 2 ? sideNames[side] + ": " : "";
+      const log = sides.length === 2 ? `log ${side}` : "log";
       if (values.length !== runs) {
-        notes.push(`${name}${values.length} values in ${runs} runs.`);
+        notes.push(`The ${log} has ${values.length} values in ${runs} runs.`);
       }
       if (groupSize(values) > 1) {
-        notes.push(`${name}of ${values.length} values, the chart shows the ` +
-            `least and the greatest of each ${groupSize(values)} neighbors.`);
+        notes.push("The chart shows the least and the greatest of each " +
+            `${groupSize(values)} of the ${values.length} values of the ${log}.`);
       }
     }
     return notes.join(" ");
@@ -216,9 +216,10 @@
   function makeDetails(side, series) {
     const part = makeElement("div");
     const figures = series[side];
-    const name = sides.length === 2 ? sideNames[side] + ": " : "";
-    part.append(makeElement("h3",
-        `${name}${figures.n} ${figures.n === 1 ? "value" : "values"}`));
+    const mean = figures.n === 0 ? "no value after the warm-up"
+        : `mean of ${figures.n} ${figures.n === 1 ? "value" : "values"}`;
+    part.append(makeElement("h3", sides.length === 2
+        ? `${sideNames[side]}: ${mean}` : `Figures: ${mean}`));
     if (series.level === "operation") {
       part.append(...makeLines(figures));
     }
@@ -227,15 +228,17 @@
 
   function showDetails() {
     const series = seriesOf(chosenRow);
-    const cell = makeElement("td", "", "details");
-    cell.colSpan = chosenRow.cells.length;
+    const parts = makeElement("div");
+    for (const side of sides.filter((side) => series[side])) {
+      parts.append(makeDetails(side, series));
+    }
     if (series.p_adjusted !== undefined) {
-      cell.append(makeElement("p",
+      parts.append(makeElement("p",
           `Adjusted p-value of the difference: ${series.p_adjusted}`));
     }
-    for (const side of sides.filter((side) => series[side])) {
-      cell.append(makeDetails(side, series));
-    }
+    const cell = makeElement("td", "", "details");
+    cell.colSpan = chosenRow.cells.length;
+    cell.append(parts);
     detailsRow.replaceChildren(cell);
     chosenRow.after(detailsRow);
   }
@@ -294,15 +297,15 @@
     }
   }
 
-  // Puts those rows into a table that fit its filter, sorted, as many as it
-  // shows.
-  function renderTable(table) {
+  // Puts those rows into a table that fit its filter, sorted, `limit` of them
+  // at most.
+  function renderTable(table, limit = FIRST_ROWS) {
     const text = table.isFiltered ? byId("filter").value.toLowerCase() : "";
     const found = table.rows.filter(
         (row) => seriesOf(row).name.toLowerCase().includes(text));
     const sorted = table.heading === null
         ? found : sortRows(found, table.heading.dataset.key, table.direction);
-    const shown = sorted.slice(0, table.limit);
+    const shown = sorted.slice(0, limit);
     shown.forEach(addButton);
     if (shown.includes(chosenRow)) {
       shown.splice(shown.indexOf(chosenRow) + 1, 0, detailsRow);
@@ -310,14 +313,15 @@
     table.body.replaceChildren(...shown);
     table.count.textContent = found.length === table.rows.length
         ? `${found.length}` : `${found.length} of ${table.rows.length}`;
-    table.more.hidden = found.length <= table.limit;
+    table.more.hidden = found.length <= limit;
     table.moreText.textContent =
-        `The first ${table.limit} of ${found.length} rows. `;
+        `The first ${limit} of ${found.length} rows. `;
     table.moreButton.textContent = `Show all ${found.length}`;
   }
 
   // Sorts by a column; again, the other way round. Numbers begin with the
-  // largest.
+  // largest. A long table begins with its first rows again, because a browser
+  // needs seconds to lay out thousands.
   function sortTable(table, heading) {
     if (table.heading === heading) {
       table.direction = -table.direction;
@@ -340,16 +344,13 @@
       isFiltered: element.dataset.level === "operation",
       heading: element.querySelector("[aria-sort]"),
       direction: -1,
-      limit: FIRST_ROWS,
       more: makeElement("p"),
       moreText: makeElement("span"),
       moreButton: makeButton(),
     };
     table.more.append(table.moreText, table.moreButton);
-    table.moreButton.addEventListener("click", () => {
-      table.limit = Infinity;
-      renderTable(table);
-    });
+    table.moreButton.addEventListener(
+        "click", () => renderTable(table, Infinity));
     element.parentNode.after(table.more);
     for (const heading of element.tHead.querySelectorAll("th")) {
       const button = makeButton(...heading.childNodes);
@@ -390,7 +391,7 @@
         "change", (event) => chooseGraph(event.target.value));
     byId("filter-choice").hidden = filtered.length === 0;
     byId("filter").addEventListener(
-        "input", () => filtered.forEach(renderTable));
+        "input", () => filtered.forEach((table) => renderTable(table)));
     byId("zoom").addEventListener("change", drawChart);
     for (const query of ["(prefers-color-scheme: dark)", "print"]) {
       matchMedia(query).addEventListener("change", drawChart);

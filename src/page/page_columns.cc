@@ -52,7 +52,8 @@ std::string Bar(const std::optional<Figures>& figures, float largest_mean,
 std::string BarsCell(const Row& row) {
   return "<svg viewBox=\"0 0 100 8\" preserveAspectRatio=\"none\" "
          "aria-hidden=\"true\">" +
-         Bar(row.pair.before, row.largest_mean, "before", 0) +
+         Bar(row.pair.before, row.largest_mean, "before",
+             row.page.after ? 0 : 2) +
          Bar(row.pair.after, row.largest_mean, "after", 4) + "</svg>";
 }
 

@@ -56,10 +56,9 @@ std::size_t AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
        ++i) {
     const ProfilingEvent& detail = *sub_events->Get(i);
     if (lines->size() < kMostDetails) {
-      lines->push_back(
-          json::array({depth,
-                       NotedText(flatbuffers::GetStringView(detail.name())),
-                       ValueText(detail)}));
+      lines->push_back(json::array(
+          {depth, NotedText(flatbuffers::GetStringView(detail.name())),
+           ValueText(detail)}));
     }
     count += AppendDetails(detail, depth + 1, lines);
   }
@@ -116,14 +115,12 @@ json PairJson(const Page& page, const ComparedRuns& runs,
     data["node_id"] = id;
   }
   if (pair.before) {
-    data["before"] =
-        FiguresJson(page.before, runs.graph, runs.runs_before, pair.level,
-                    *pair.before);
+    data["before"] = FiguresJson(page.before, runs.graph, runs.runs_before,
+                                 pair.level, *pair.before);
   }
   if (pair.after) {
-    data["after"] =
-        FiguresJson(*page.after, runs.graph, runs.runs_after, pair.level,
-                    *pair.after);
+    data["after"] = FiguresJson(*page.after, runs.graph, runs.runs_after,
+                                pair.level, *pair.after);
   }
   if (pair.change_percent) {
     data["change_percent"] = *pair.change_percent;

@@ -136,13 +136,25 @@ void WriteRow(std::ostream& stream, const std::vector<Column>& columns,
 std::string CaptionOf(const PageTable& table, std::string_view unit) {
   std::string caption = table.level == Level::kOperation ? "Operations"
                         : table.runs.kind == RunKind::kExecute
-                            ? "Top-level events of the execute runs"
-                            : "Top-level events of the finalize runs";
+                            ? "Events of the execute runs"
+                            : "Events of the finalize runs";
   if (!unit.empty()) {
     caption += ", " + std::string(unit);
   }
   return caption + " <span class=\"count\">" +
          std::to_string(table.pairs.size()) + "</span>";
+}
+
+// What the figures of a table do not mean.
+const char* NoteOf(const PageTable& table, bool has_one_unit) {
+  if (table.level == Level::kEvent) {
+    return "These events overlap: do not add them up.";
+  }
+  return has_one_unit
+             ? "Shares are of the sum of the operations&#39; averages over all "
+               "runs, as in the report."
+             : "A log with operations in several units has no shares: values "
+               "in different units do not add up.";
 }
 
 void WriteHeadingCell(std::ostream& stream, const PageTable& table,
@@ -153,8 +165,8 @@ void WriteHeadingCell(std::ostream& stream, const PageTable& table,
   }
   const bool is_sorted =
       table.is_sorted_by_mean && std::string_view(column.key) == "before.mean";
-  stream << "<th scope=\"col\" class=\"" << column.css_class
-         << "\" data-key=\"" << column.key << '"'
+  stream << "<th scope=\"col\" class=\"" << column.css_class << "\" data-key=\""
+         << column.key << '"'
          << (is_sorted ? " aria-sort=\"descending\">" : ">") << column.heading
          << "</th>";
 }
@@ -180,12 +192,7 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
              first + i);
   }
   stream << "</tbody></table></div>\n";
-  stream
-      << (table.level == Level::kOperation
-              ? "<p class=\"note\">Shares are of the sum of the operations"
-                "&#39; averages over all runs, as in the report.</p>\n"
-              : "<p class=\"note\">Top-level events overlap: do not add them "
-                "up.</p>\n");
+  stream << "<p class=\"note\">" << NoteOf(table, has_one_unit) << "</p>\n";
 }
 
 }  // namespace
