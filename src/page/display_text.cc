@@ -91,10 +91,11 @@ std::string EscapeHtml(std::string_view text) {
 }
 
 std::string TextHtml(std::string_view bytes) {
-  const DisplayText text = MakeDisplayText(bytes);
-  std::string html = "<bdi>" + EscapeHtml(text.text) + "</bdi>";
-  if (!text.note.empty()) {
-    html += " <span class=\"text-note\">(" + text.note + ")</span>";
+  const auto [text, note] = MakeDisplayText(bytes);
+  std::string html = text.empty() ? "" : "<bdi>" + EscapeHtml(text) + "</bdi>";
+  if (!note.empty()) {
+    html += text.empty() ? "" : " ";
+    html += "<span class=\"text-note\">(" + note + ")</span>";
   }
   return html;
 }
