@@ -7,6 +7,7 @@ _lumo_profile() {
   local options='--help --input_profile_data --output'
   case $1 in
     *viewer) options+=' --topK --num_warmup' ;;
+    *page) options='--help --num_warmup --output --version' ;;
     *) options+=' --version' ;;
   esac
   # bash makes three words of --output=report.txt.
@@ -23,8 +24,15 @@ _lumo_profile() {
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       ;;
     --t* | --n*) ;; # any number
-    *) mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current") ;;
+    *)
+      if [[ $1 == *page && $current != -* ]]; then
+        compopt -o filenames -o default 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+      else
+        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+      fi
+      ;;
   esac
 }
 
-complete -F _lumo_profile lumo-profile-viewer lumo-profile-export
+complete -F _lumo_profile lumo-profile-viewer lumo-profile-export lumo-profile-page

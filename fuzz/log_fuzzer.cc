@@ -1,6 +1,6 @@
-// Fuzz target: a whole run of the viewer on an arbitrary log, and the table of
-// its events. The last two bytes are also the viewer's options, -128 to 127
-// each.
+// Fuzz target: a whole run of the viewer on an arbitrary log, the table of its
+// events, and its page. The last two bytes are also the viewer's options, -128
+// to 127 each.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +9,7 @@
 
 #include <flatbuffers/flatbuffers.h>
 
+#include "check_page.h"
 #include "export/event_table.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
@@ -34,6 +35,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
   if (is_good) {
     std::ostringstream table;
     lumo::WriteEventTable(table, *lumo::GetProfilingLog(log.data()));
+#ifdef LUMO_HAS_PAGE
+    lumo::CheckPage(log, num_warmup & 127);
+#endif
   }
   return 0;
 }

@@ -152,5 +152,11 @@ check_output() {
 noun=table
 check_log lumo-profile-export --input_profile_data
 check_output lumo-profile-export --input_profile_data log.bin
+# A build without Chart.js does not have it.
+if [ -e "$programs/lumo-profile-page" ]; then
+  noun=page
+  check_log lumo-profile-page copy.bin
+  check_output lumo-profile-page log.bin
+fi
 [ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
 exit "$failed"
