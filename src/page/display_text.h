@@ -15,8 +15,8 @@ struct DisplayText {
   // Of more than 1,000 bytes only the first are taken, up to the end of a
   // character, with "..." after them.
   std::string text;
-  // What a reader must know about it, such as "not valid UTF-8", "empty" or "the
-  // first 1000 of 5000 bytes"; mostly empty itself.
+  // What a reader must know about it: "not valid UTF-8", "the first 1000 of
+  // 5000 bytes", both, or "empty". Usually nothing.
   std::string note;
 };
 
