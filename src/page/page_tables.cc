@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <ranges>
 #include <utility>
 
 #include <flatbuffers/flatbuffers.h>
@@ -89,12 +88,15 @@ float MeanBefore(const SeriesPair* pair) {
 
 std::vector<PageGraph> MakeGraphs(const std::vector<ComparedRuns>& all_runs) {
   std::map<std::int32_t, PageGraph> graphs;
-  // Execute runs come last in `all_runs`, and first on the page.
-  for (const ComparedRuns& runs : all_runs | std::views::reverse) {
-    PageGraph& graph = graphs[runs.graph];
-    graph.graph = runs.graph;
-    AppendTable(runs, Level::kOperation, &graph);
-    AppendTable(runs, Level::kEvent, &graph);
+  for (const RunKind kind : {RunKind::kExecute, RunKind::kFinalize}) {
+    for (const ComparedRuns& runs : all_runs) {
+      if (runs.kind == kind) {
+        PageGraph& graph = graphs[runs.graph];
+        graph.graph = runs.graph;
+        AppendTable(runs, Level::kOperation, &graph);
+        AppendTable(runs, Level::kEvent, &graph);
+      }
+    }
   }
   std::vector<PageGraph> sorted;
   sorted.reserve(graphs.size());
