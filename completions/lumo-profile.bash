@@ -8,6 +8,7 @@ _lumo_profile() {
   case $1 in
     *viewer) options+=' --input_profile_data --topK --num_warmup' ;;
     *export) options+=' --input_profile_data --version' ;;
+    *page) options+=' --num_warmup --version' ;;
     *) options+=' --num_warmup --confidence --max_slowdown --csv --version' ;;
   esac
   # bash makes three words of --output=report.txt.
@@ -21,7 +22,7 @@ _lumo_profile() {
   case $option in
     --i* | --o*) files=1 ;;
     --t* | --n* | --co* | --m*) return ;; # any number
-    *) [[ $1 == *compare && $current != -* ]] && files=1 ;;
+    *) [[ $1 == *@(compare|page) && $current != -* ]] && files=1 ;;
   esac
   if [[ $files ]]; then
     compopt -o filenames -o default 2>/dev/null
@@ -32,4 +33,4 @@ _lumo_profile() {
 }
 
 complete -F _lumo_profile \
-  lumo-profile-viewer lumo-profile-export lumo-profile-compare
+  lumo-profile-viewer lumo-profile-export lumo-profile-compare lumo-profile-page

@@ -1,5 +1,5 @@
 // Fuzz target: a whole run of the viewer on an arbitrary log, the table of its
-// events, and its comparison with itself and with a log that differs in one
+// events, its page, and its comparison with itself and with a log that differs in one
 // byte. The last two bytes are also the viewer's options, -128 to 127 each, and
 // the two before them say which byte differs.
 
@@ -12,6 +12,7 @@
 
 #include <flatbuffers/flatbuffers.h>
 
+#include "check_page.h"
 #include "compare/comparison.h"
 #include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
@@ -76,6 +77,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
     if (other_root != nullptr) {
       lumo::Compare(root, *other_root, 1);
     }
+#ifdef LUMO_HAS_PAGE
+    lumo::CheckPage(log, num_warmup & 127);
+#endif
   }
   return 0;
 }

@@ -182,5 +182,11 @@ on_terminal colored NO_COLOR= ''
 on_terminal plain NO_COLOR=1 ''
 on_terminal plain '' '| cat'
 on_terminal plain '' '--output out'
+# A build without Chart.js does not have it.
+if [ -e "$programs/lumo-profile-page" ]; then
+  noun=page
+  check_log lumo-profile-page copy.bin
+  check_output lumo-profile-page log.bin
+fi
 [ "$failed" = 0 ] && echo 'Every text was written whole or not at all.'
 exit "$failed"

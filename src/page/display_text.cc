@@ -1,5 +1,7 @@
 #include "page/display_text.h"
 
+#include <cstddef>
+
 #include <nlohmann/json.hpp>
 
 #include "model/printable.h"
@@ -16,11 +18,50 @@ std::string ReplaceInvalid(std::string_view bytes) {
   return json::parse(text).get<std::string>();
 }
 
+// Returns how many of the first bytes of a text are shown. A character that
+// would be cut, which has three more bytes at most, is left out.
+std::size_t ShownSize(std::string_view bytes) {
+  constexpr std::size_t kMostBytes = 1000;
+  if (bytes.size() <= kMostBytes) {
+    return bytes.size();
+  }
+  for (std::size_t size = kMostBytes; size > kMostBytes - 4; --size) {
+    const bool is_inside_character =
+        (static_cast<unsigned char>(bytes[size]) & 0xC0U) == 0x80U;
+    if (!is_inside_character) {
+      return size;
+    }
+  }
+  return kMostBytes;
+}
+
 }  // namespace
 
 DisplayText MakeDisplayText(std::string_view bytes) {
-  const std::string valid = ReplaceInvalid(bytes);
-  return {EscapeControls(valid), valid != bytes};
+  const std::string_view shown = bytes.substr(0, ShownSize(bytes));
+  const std::string valid = ReplaceInvalid(shown);
+  DisplayText text = {EscapeControls(valid), ""};
+  if (bytes.empty()) {
+    text.note = "empty";
+  } else if (valid != shown) {
+    text.note = "not valid UTF-8";
+  }
+  if (shown.size() < bytes.size()) {
+    text.text += "...";
+    text.note += text.note.empty() ? "" : ", ";
+    text.note += "the first " + std::to_string(shown.size()) + " of " +
+                 std::to_string(bytes.size()) + " bytes";
+  }
+  return text;
+}
+
+std::string NotedText(std::string_view bytes) {
+  auto [text, note] = MakeDisplayText(bytes);
+  if (!note.empty()) {
+    text += text.empty() ? "(" : " (";
+    text += note + ")";
+  }
+  return text;
 }
 
 std::string EscapeHtml(std::string_view text) {
@@ -50,10 +91,11 @@ std::string EscapeHtml(std::string_view text) {
 }
 
 std::string TextHtml(std::string_view bytes) {
-  const DisplayText text = MakeDisplayText(bytes);
-  std::string html = "<bdi>" + EscapeHtml(text.text) + "</bdi>";
-  if (text.is_damaged) {
-    html += " <span class=\"damaged\">(not valid UTF-8)</span>";
+  const auto [text, note] = MakeDisplayText(bytes);
+  std::string html = text.empty() ? "" : "<bdi>" + EscapeHtml(text) + "</bdi>";
+  if (!note.empty()) {
+    html += text.empty() ? "" : " ";
+    html += "<span class=\"text-note\">(" + note + ")</span>";
   }
   return html;
 }

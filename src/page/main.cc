@@ -1,6 +1,7 @@
 // lumo-profile-page: writes one profiling log, or two to compare, as a page
 // that opens in a browser.
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <ostream>
@@ -59,7 +60,7 @@ int main(int argc, char** argv) {
                               &error)) {
     return lumo::RejectCommandLine(kProgram, error);
   }
-  if (paths.empty()) {
+  if (paths.empty() || std::count(paths.begin(), paths.end(), "") > 0) {
     return lumo::RejectCommandLine(kProgram, "a log must be named");
   }
   std::vector<lumo::ComparedLog> logs;

@@ -8,15 +8,17 @@
   const FIRST_ROWS = 200;
   const MOST_POINTS = 1000;
 
-  const data = JSON.parse(document.getElementById("data").textContent);
-  const sides = data.logs.length === 2 ? ["before", "after"] : ["before"];
-  const sideNames = {before: "Before", after: "After"};
   const byId = (id) => document.getElementById(id);
+  const data = JSON.parse(byId("data").textContent);
+  const sides = data.sides;
+  const sideNames = {before: "Before", after: "After"};
+  const collator = new Intl.Collator("en", {numeric: true});
 
-  // What the reader has chosen: the number of a series, and a graph.
-  let chosen = null;
-  let graph = null;
+  // What the reader has chosen: a row, and with it a series.
+  let chosenRow = null;
   let chart = null;
+
+  const seriesOf = (row) => data.series[row.dataset.series];
 
   // Returns a new element with this text in it, never with markup.
   function makeElement(tag, text = "", className = "") {
@@ -26,20 +28,23 @@
     return element;
   }
 
-  function nameOf(series) {
-    return series.name + (series.is_damaged ? " (not valid UTF-8)" : "");
-  }
-
-  // Returns a number as a text with two decimals at most.
-  function numberText(number) {
-    return number.toLocaleString(
-        "en-US", {useGrouping: false, maximumFractionDigits: 2});
+  function makeButton(...content) {
+    const button = makeElement("button");
+    button.type = "button";
+    button.append(...content);
+    return button;
   }
 
   // ---- The chart ----
 
   function color(name) {
     return getComputedStyle(document.documentElement).getPropertyValue(name);
+  }
+
+  // How many neighboring values share two points; 1 if every value has its own.
+  function groupSize(values) {
+    return values.length <= MOST_POINTS
+        ? 1 : Math.ceil(2 * values.length / MOST_POINTS);
   }
 
   // Returns the values as points. Of more than fit, the least and the greatest
@@ -55,34 +60,28 @@
         least = values[i] < values[least] ? i : least;
         greatest = values[i] > values[greatest] ? i : greatest;
       }
-      const runs = least === greatest ? [least] : [least, greatest];
-      runs.sort((a, b) => a - b);
-      points.push(...runs.map((run) => ({x: run, y: values[run]})));
+      for (const i of new Set([least, greatest].sort((a, b) => a - b))) {
+        points.push({x: i, y: values[i]});
+      }
     }
     return points;
   }
 
-  // How many neighboring values share two points; 1 if every value has its own.
-  function groupSize(values) {
-    return values.length <= MOST_POINTS
-        ? 1 : Math.ceil(2 * values.length / MOST_POINTS);
-  }
-
-  function makeDataset(series, side, number) {
+  function makeDataset(values, side) {
+    const isFirst = side === sides[0];
     return {
-      label: sides.length === 2 ? sideNames[side] : data.logs[0],
-      data: makePoints(series[side].values),
+      label: sideNames[side],
+      data: makePoints(values),
       borderColor: color("--" + side),
       backgroundColor: color("--" + side),
       borderWidth: 2,
-      borderDash: number === 0 ? [] : [6, 3],
-      pointStyle: number === 0 ? "circle" : "rect",
-      pointRadius: series[side].values.length > 100 ? 0 : 4,
-      pointHitRadius: 8,
+      borderDash: isFirst ? [] : [6, 3],
+      pointStyle: isFirst ? "circle" : "rect",
+      pointRadius: values.length > 100 ? 0 : 4,
     };
   }
 
-  // Shades the runs that the figures exclude.
+  // Shades the values that the figures exclude.
   function shadeWarmUp(drawn, excluded) {
     const area = drawn.chartArea;
     const left = drawn.scales.x.getPixelForValue(drawn.scales.x.min);
@@ -94,79 +93,92 @@
     }
   }
 
-  function chartNote(series) {
+  // Returns what the chart's values are of one by one. Usually these are the
+  // runs, but an event may be absent from some of them, or occur twice.
+  function countedBy(shown) {
+    return shown.every((side) => side.values.length === side.runs)
+        ? "run" : "value";
+  }
+
+  function chartNote(series, shown, excluded) {
+    const counted = countedBy(shown);
     const notes = [];
-    const excluded = excludedRuns(series);
     if (excluded > 0) {
       notes.push(excluded === 1
-          ? "The first run (shaded) is excluded as warm-up."
-          : `The first ${excluded} runs (shaded) are excluded as warm-up.`);
+          ? `The first ${counted} (shaded) is excluded as warm-up.`
+          : `The first ${excluded} ${counted}s (shaded) are excluded as ` +
+              "warm-up.");
     }
-    for (const side of sides) {
-      const size = series[side] ? groupSize(series[side].values) : 1;
-      if (size > 1) {
-        notes.push(`Of the ${series[side].values.length} values ` +
-            `${sideNames[side].toLowerCase()}, the chart shows the least and ` +
-            `the greatest of each ${size}.`);
+    for (const side of sides.filter((side) => series[side])) {
+      const {values, runs} = series[side];
+      const log = sides.length === 2 ? `log ${side}` : "log";
+      if (values.length !== runs) {
+        notes.push(`The ${log} has ${values.length} values in ${runs} runs.`);
+      }
+      if (groupSize(values) > 1) {
+        notes.push("The chart shows the least and the greatest of each " +
+            `${groupSize(values)} of the ${values.length} values of the ${log}.`);
       }
     }
     return notes.join(" ");
   }
 
-  function excludedRuns(series) {
-    return Math.max(...sides.map((side) => series[side]?.excluded ?? 0));
-  }
-
-  function drawChart() {
-    const series = data.series[chosen];
-    const excluded = excludedRuns(series);
+  function chartOptions(series, shown, excluded) {
     const isZoomed = byId("zoom").checked;
-    const shown = sides.filter((side) => series[side]);
-    const longest = Math.max(...shown.map((side) => series[side].values.length));
-    const title = `${nameOf(series)}, ${series.kind} runs`;
+    const counted = countedBy(shown);
+    const longest = Math.max(...shown.map((side) => side.values.length));
     const axis = (text) => ({
       title: {display: true, text, color: color("--quiet")},
-      ticks: {color: color("--quiet")},
+      ticks: {color: color("--quiet"), precision: 0, includeBounds: false},
       grid: {color: color("--line")},
     });
-    byId("chart-title").textContent = title;
-    byId("chart-note").textContent = chartNote(series);
+    return {
+      animation: false,
+      parsing: false,
+      maintainAspectRatio: false,
+      interaction: {mode: "nearest", axis: "x", intersect: false},
+      scales: {
+        x: {
+          type: "linear",
+          min: isZoomed ? Math.min(excluded, longest - 1) - 0.5 : -0.5,
+          max: longest - 0.5,
+          ...axis(counted),
+        },
+        y: {beginAtZero: !isZoomed, grace: "5%", ...axis(series.unit)},
+      },
+      plugins: {
+        legend: {
+          display: sides.length === 2,
+          labels: {color: color("--text"), usePointStyle: true, boxHeight: 7},
+        },
+        tooltip: {callbacks: {
+          title: (items) =>
+              items.length > 0 ? `${counted} ${items[0].parsed.x}` : "",
+          label: (item) =>
+              (sides.length === 2 ? item.dataset.label + ": " : "") +
+              item.parsed.y.toLocaleString("en-US", {useGrouping: false}) +
+              " " + series.unit,
+        }},
+      },
+    };
+  }
+
+  // Draws the chosen series.
+  function drawChart() {
+    const series = seriesOf(chosenRow);
+    const shown = sides.map((side) => series[side]).filter(Boolean);
+    const excluded = Math.max(...shown.map((side) => side.excluded));
+    byId("chart-title").replaceChildren(
+        makeElement("bdi", series.name), `, ${series.kind} runs`);
+    byId("chart-note").textContent = chartNote(series, shown, excluded);
     byId("chart").setAttribute("aria-label",
-        `Chart of ${title}, in ${series.unit}. The tables have the figures.`);
+        `Chart of the values in ${series.unit}. The tables have the figures.`);
     chart?.destroy();
     chart = new Chart(byId("chart"), {
       type: "line",
-      data: {datasets: shown.map((side) =>
-          makeDataset(series, side, sides.indexOf(side)))},
-      options: {
-        animation: false,
-        parsing: false,
-        maintainAspectRatio: false,
-        interaction: {mode: "x", intersect: false},
-        scales: {
-          x: {
-            type: "linear",
-            min: isZoomed ? Math.min(excluded, longest - 1) - 0.5 : -0.5,
-            max: longest - 0.5,
-            ...axis("run"),
-            ticks: {color: color("--quiet"), precision: 0, includeBounds: false},
-          },
-          y: {beginAtZero: !isZoomed, grace: "5%", ...axis(series.unit)},
-        },
-        plugins: {
-          legend: {
-            display: sides.length === 2,
-            labels: {
-              color: color("--text"), usePointStyle: true, boxHeight: 7,
-            },
-          },
-          tooltip: {callbacks: {
-            title: (items) => items.length ? `run ${items[0].parsed.x}` : "",
-            label: (item) => `${item.dataset.label}: ` +
-                `${numberText(item.parsed.y)} ${series.unit}`,
-          }},
-        },
-      },
+      data: {datasets: sides.filter((side) => series[side])
+          .map((side) => makeDataset(series[side].values, side))},
+      options: chartOptions(series, shown, excluded),
       plugins: [{
         id: "warmUp",
         beforeDatasetsDraw: (drawn) => shadeWarmUp(drawn, excluded),
@@ -174,53 +186,76 @@
     });
   }
 
-  // ---- The chosen series ----
+  // ---- The details of the chosen series, in a row below its own ----
+
+  const detailsRow = makeElement("tr");
 
   // Returns the lines below an operation in one run of a log.
-  function makeDetails(side, figures) {
-    const part = document.createElement("div");
-    const run = figures.details ? `, details in run ${figures.run}` : "";
-    const count = figures.n === 1 ? "1 value" : `${figures.n} values`;
+  function makeLines(figures) {
+    if (figures.details === undefined) {
+      return [makeElement("p", `Run ${figures.details_run} does not have it.`)];
+    }
+    if (figures.details.length === 0) {
+      return [makeElement(
+          "p", `Run ${figures.details_run} has no details of it.`)];
+    }
+    const list = makeElement("ul");
+    for (const [depth, name, value] of figures.details) {
+      const line = makeElement("li", "\u2003".repeat(depth));
+      line.append(makeElement("bdi", name), value);
+      list.append(line);
+    }
+    const parts = [makeElement("p", `In run ${figures.details_run}:`), list];
+    if (figures.details.length < figures.details_count) {
+      parts.push(makeElement("p", `These are the first ` +
+          `${figures.details.length} of ${figures.details_count} lines.`));
+    }
+    return parts;
+  }
+
+  function makeDetails(side, series) {
+    const part = makeElement("div");
+    const figures = series[side];
+    const mean = figures.n === 0 ? "no value after the warm-up"
+        : `mean of ${figures.n} ${figures.n === 1 ? "value" : "values"}`;
     part.append(makeElement("h3", sides.length === 2
-        ? `${sideNames[side]}: figures of ${count}${run}`
-        : `Figures of ${count}${run}`));
-    if (figures.details) {
-      const list = document.createElement("ul");
-      for (const [depth, text] of figures.details) {
-        list.append(makeElement("li", "\u2003".repeat(depth) + text));
-      }
-      part.append(figures.details.length > 0
-          ? list : makeElement("p", "The log has no details of it."));
+        ? `${sideNames[side]}: ${mean}` : `Figures: ${mean}`));
+    if (series.level === "operation") {
+      part.append(...makeLines(figures));
     }
     return part;
   }
 
-  const detailsRow = makeElement("tr", "", "details-row");
-
-  // Shows the details of the chosen series below its row.
-  function showDetails(row) {
-    const series = data.series[chosen];
-    const cell = makeElement("td", "", "details");
-    cell.colSpan = row.cells.length;
-    for (const side of sides) {
-      if (series[side]) {
-        cell.append(makeDetails(side, series[side]));
-      }
+  function showDetails() {
+    const series = seriesOf(chosenRow);
+    const parts = makeElement("div");
+    for (const side of sides.filter((side) => series[side])) {
+      parts.append(makeDetails(side, series));
     }
     if (series.p_adjusted !== undefined) {
-      cell.append(makeElement("p", `Adjusted p-value of the difference: ` +
-          `${Number(series.p_adjusted.toPrecision(2))}`));
+      parts.append(makeElement("p",
+          `Adjusted p-value of the difference: ${series.p_adjusted}`));
     }
+    const cell = makeElement("td", "", "details");
+    cell.colSpan = chosenRow.cells.length;
+    cell.append(parts);
     detailsRow.replaceChildren(cell);
-    row.after(detailsRow);
+    chosenRow.after(detailsRow);
   }
 
-  // Chooses the series of a row; the one chosen before loses its details.
+  // Marks a row as the chosen one, or as chosen no more.
+  function markRow(row, isChosen) {
+    row.classList.toggle("chosen", isChosen);
+    row.querySelector("button")?.setAttribute("aria-expanded", isChosen);
+  }
+
   function choose(row) {
-    document.querySelector("tr.chosen")?.classList.remove("chosen");
-    chosen = Number(row.dataset.series);
-    row.classList.add("chosen");
-    showDetails(row);
+    if (chosenRow !== null) {
+      markRow(chosenRow, false);
+    }
+    chosenRow = row;
+    markRow(chosenRow, true);
+    showDetails();
     drawChart();
   }
 
@@ -229,103 +264,99 @@
   // Returns what a column sorts by: the part of a series at a path such as
   // "before.mean".
   function valueAt(series, path) {
-    return path.split(".").reduce((part, field) => part?.[field], series);
+    const value =
+        path.split(".").reduce((part, field) => part?.[field], series);
+    return value === null ? Infinity : value;
   }
 
   // Orders numbers and texts; what does not exist comes last either way.
   function compareValues(a, b, direction) {
-    const isMissing = (value) => value === undefined || value === null;
-    if (isMissing(a) || isMissing(b)) {
-      return isMissing(a) - isMissing(b);
+    if (a === undefined || b === undefined) {
+      return (a === undefined) - (b === undefined);
     }
-    return direction * (typeof a === "number"
-        ? a - b : a.localeCompare(b, "en", {numeric: true}));
+    if (a === b) {
+      return 0;
+    }
+    return direction *
+        (typeof a === "number" ? a - b : collator.compare(a, b));
+  }
+
+  // Returns the rows in the order of a column.
+  function sortRows(rows, path, direction) {
+    return rows.map((row) => ({row, value: valueAt(seriesOf(row), path)}))
+        .sort((a, b) => compareValues(a.value, b.value, direction))
+        .map(({row}) => row);
   }
 
   // Makes the name in a row a button, for the keyboard.
   function addButton(row) {
     const heading = row.querySelector("th");
     if (heading.querySelector("button") === null) {
-      const button = makeElement("button");
-      button.type = "button";
-      button.append(...heading.childNodes);
-      heading.append(button);
+      heading.append(makeButton(...heading.childNodes));
+      markRow(row, row === chosenRow);
     }
   }
 
-  // Puts those rows into a table that fit its filter, sorted, as many as it
-  // shows.
-  function renderTable(table) {
+  // Puts those rows into a table that fit its filter, sorted, `limit` of them
+  // at most.
+  function renderTable(table, limit = FIRST_ROWS) {
     const text = table.isFiltered ? byId("filter").value.toLowerCase() : "";
-    const found = table.rows.filter((row) =>
-        data.series[row.dataset.series].name.toLowerCase().includes(text));
-    if (table.key !== null) {
-      found.sort((a, b) => compareValues(
-          valueAt(data.series[a.dataset.series], table.key),
-          valueAt(data.series[b.dataset.series], table.key), table.direction));
-    }
-    const shown = found.slice(0, table.limit);
+    const found = table.rows.filter(
+        (row) => seriesOf(row).name.toLowerCase().includes(text));
+    const sorted = table.heading === null
+        ? found : sortRows(found, table.heading.dataset.key, table.direction);
+    const shown = sorted.slice(0, limit);
     shown.forEach(addButton);
-    detailsRow.remove();
-    table.body.replaceChildren(...shown);
-    const chosenRow = document.querySelector("tr.chosen");
-    if (chosenRow !== null) {
-      chosenRow.after(detailsRow);
+    if (shown.includes(chosenRow)) {
+      shown.splice(shown.indexOf(chosenRow) + 1, 0, detailsRow);
     }
+    table.body.replaceChildren(...shown);
     table.count.textContent = found.length === table.rows.length
         ? `${found.length}` : `${found.length} of ${table.rows.length}`;
-    table.more.hidden = shown.length === found.length;
+    table.more.hidden = found.length <= limit;
     table.moreText.textContent =
-        `The first ${shown.length} of ${found.length} rows. `;
+        `The first ${limit} of ${found.length} rows. `;
     table.moreButton.textContent = `Show all ${found.length}`;
   }
 
+  // Sorts by a column; again, the other way round. Numbers begin with the
+  // largest. A long table begins with its first rows again, because a browser
+  // needs seconds to lay out thousands.
   function sortTable(table, heading) {
-    const isSame = table.key === heading.dataset.key;
-    const isNumber = heading.classList.contains("number");
-    table.key = heading.dataset.key;
-    table.direction = isSame ? -table.direction : isNumber ? -1 : 1;
-    for (const other of heading.parentNode.cells) {
-      other.removeAttribute("aria-sort");
+    if (table.heading === heading) {
+      table.direction = -table.direction;
+    } else {
+      table.heading?.removeAttribute("aria-sort");
+      table.heading = heading;
+      table.direction = heading.classList.contains("number") ? -1 : 1;
     }
     heading.setAttribute(
         "aria-sort", table.direction === 1 ? "ascending" : "descending");
     renderTable(table);
   }
 
-  function addSortButtons(table, headings) {
-    for (const heading of headings) {
-      if (heading.dataset.key !== "") {
-        const button = makeElement("button", heading.textContent);
-        button.type = "button";
-        button.addEventListener("click", () => sortTable(table, heading));
-        heading.replaceChildren(button);
-      }
-    }
-  }
-
-  // Takes over a table of the page.
+  // Takes over a table of the page, whose means may descend already.
   function setUpTable(element) {
     const table = {
       body: element.tBodies[0],
       rows: [...element.tBodies[0].rows],
       count: element.querySelector(".count"),
       isFiltered: element.dataset.level === "operation",
-      key: null,
-      direction: 1,
-      limit: FIRST_ROWS,
-      more: makeElement("p", "", "more"),
+      heading: element.querySelector("[aria-sort]"),
+      direction: -1,
+      more: makeElement("p"),
       moreText: makeElement("span"),
-      moreButton: makeElement("button"),
+      moreButton: makeButton(),
     };
     table.more.append(table.moreText, table.moreButton);
-    table.moreButton.type = "button";
-    table.moreButton.addEventListener("click", () => {
-      table.limit = Infinity;
-      renderTable(table);
-    });
+    table.moreButton.addEventListener(
+        "click", () => renderTable(table, Infinity));
     element.parentNode.after(table.more);
-    addSortButtons(table, element.tHead.rows[0].cells);
+    for (const heading of element.tHead.querySelectorAll("th")) {
+      const button = makeButton(...heading.childNodes);
+      button.addEventListener("click", () => sortTable(table, heading));
+      heading.append(button);
+    }
     table.body.addEventListener("click", (event) => {
       const row = event.target.closest("tr[data-series]");
       if (row !== null) {
@@ -337,40 +368,35 @@
   }
 
   const tables = [...document.querySelectorAll("table.series")].map(setUpTable);
+  const filtered = tables.filter((table) => table.isFiltered);
 
   // ---- The graphs ----
 
   // Shows a graph alone, and of it at first the time of a whole run.
   function chooseGraph(number) {
-    graph = number;
     for (const section of document.querySelectorAll("section.graph")) {
-      section.hidden = Number(section.dataset.graph) !== graph;
+      section.hidden = section.dataset.graph !== number;
     }
-    const rows = tables.flatMap((table) => table.rows).filter((row) =>
-        data.series[row.dataset.series].graph === graph);
-    const run = rows.find((row) => data.series[row.dataset.series].is_run);
-    choose(run ?? rows[0]);
+    const rows = tables.flatMap((table) => table.rows)
+        .filter((row) => `${seriesOf(row).graph}` === number);
+    choose(rows.find((row) => seriesOf(row).is_run) ?? rows[0]);
   }
 
-  function setUpGraphs() {
-    const numbers = [...new Set(data.series.map((series) => series.graph))];
-    for (const number of numbers) {
-      byId("graph").append(new Option(number, number));
-    }
+  const numbers = [...document.querySelectorAll("section.graph")]
+      .map((section) => section.dataset.graph);
+  if (numbers.length > 0) {
+    byId("graph").append(...numbers.map((number) => new Option(number)));
     byId("graph-choice").hidden = numbers.length < 2;
     byId("graph").addEventListener(
-        "change", (event) => chooseGraph(Number(event.target.value)));
-    chooseGraph(numbers[0]);
-  }
-
-  if (data.series.length > 0) {
-    byId("runs").hidden = false;
-    byId("filter-choice").hidden = !tables.some((table) => table.isFiltered);
+        "change", (event) => chooseGraph(event.target.value));
+    byId("filter-choice").hidden = filtered.length === 0;
+    byId("filter").addEventListener(
+        "input", () => filtered.forEach((table) => renderTable(table)));
     byId("zoom").addEventListener("change", drawChart);
-    byId("filter").addEventListener("input", () =>
-        tables.filter((table) => table.isFiltered).forEach(renderTable));
-    matchMedia("(prefers-color-scheme: dark)")
-        .addEventListener("change", drawChart);
-    setUpGraphs();
+    for (const query of ["(prefers-color-scheme: dark)", "print"]) {
+      matchMedia(query).addEventListener("change", drawChart);
+    }
+    byId("runs").hidden = false;
+    chooseGraph(numbers[0]);
   }
 })();

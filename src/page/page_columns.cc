@@ -21,11 +21,10 @@ std::string DeviationCell(const std::optional<Figures>& figures) {
   return figures && figures->n > 0 ? FixedText(figures->stdev) : "";
 }
 
-std::string ShareCell(const Row& row) {
+std::string ShareCell(const PageLog& log, const Row& row,
+                      const std::optional<Figures>& figures) {
   const std::optional<float> share =
-      row.pair.before
-          ? ShareOf(row.page.before, row.graph.graph, *row.pair.before)
-          : std::nullopt;
+      figures ? ShareOf(log, row.graph.graph, *figures) : std::nullopt;
   return share ? FixedText(*share) + "%" : "";
 }
 
@@ -53,7 +52,8 @@ std::string Bar(const std::optional<Figures>& figures, float largest_mean,
 std::string BarsCell(const Row& row) {
   return "<svg viewBox=\"0 0 100 8\" preserveAspectRatio=\"none\" "
          "aria-hidden=\"true\">" +
-         Bar(row.pair.before, row.largest_mean, "before", 0) +
+         Bar(row.pair.before, row.largest_mean, "before",
+             row.page.after ? 0 : 2) +
          Bar(row.pair.after, row.largest_mean, "after", 4) + "</svg>";
 }
 
@@ -75,6 +75,14 @@ std::string AfterDeviationCell(const Row& row) {
   return DeviationCell(row.pair.after);
 }
 
+std::string BeforeShareCell(const Row& row) {
+  return ShareCell(row.page.before, row, row.pair.before);
+}
+
+std::string AfterShareCell(const Row& row) {
+  return ShareCell(*row.page.after, row, row.pair.after);
+}
+
 std::string ChangeCell(const Row& row) {
   return row.pair.change_percent ? ChangeText(*row.pair.change_percent) : "";
 }
@@ -85,44 +93,50 @@ constexpr Column kEvent = {"Event", "name", "name", true, NameCell};
 constexpr Column kMean = {"Mean", "before.mean", "number", false, BeforeCell};
 constexpr Column kDeviation = {"Std. dev.", "before.stdev", "number", false,
                                BeforeDeviationCell};
-constexpr Column kBefore = {"Before", "before.mean", "number", false,
-                            BeforeCell};
-constexpr Column kAfter = {"After", "after.mean", "number", false, AfterCell};
+constexpr Column kShare = {"Share", "before.share", "number", false,
+                           BeforeShareCell};
+// The squares show which bar and which line of the chart is which.
+constexpr Column kBefore = {"<span class=\"key before\"></span>Before",
+                            "before.mean", "number", false, BeforeCell};
+constexpr Column kAfter = {"<span class=\"key after\"></span>After",
+                           "after.mean", "number", false, AfterCell};
 constexpr Column kAfterDeviation = {"Std. dev.", "after.stdev", "number", false,
                                     AfterDeviationCell};
+constexpr Column kAfterShare = {"Share", "after.share", "number", false,
+                                AfterShareCell};
 constexpr Column kUnit = {"Unit", "unit", "unit", false, UnitCell};
 constexpr Column kChange = {"Change", "change_percent", "number", false,
                             ChangeCell};
 constexpr Column kVerdict = {"Verdict", "verdict", "verdict", false,
                              VerdictCell};
-constexpr Column kShare = {"Share", "before.share", "number", false, ShareCell};
 constexpr Column kBars = {"", "", "bars", false, BarsCell};
 
 }  // namespace
 
 std::vector<Column> ColumnsOf(const Page& page, Level level, bool has_unit) {
   const bool is_operation = level == Level::kOperation;
-  std::vector<Column> columns = {kEvent};
-  if (is_operation) {
-    columns = {kNode, kOperation};
-  }
-  const auto append = [&columns](const std::vector<Column>& more) {
-    columns.insert(columns.end(), more.begin(), more.end());
+  std::vector<Column> columns;
+  const auto append_if = [&columns](bool condition, const Column& column) {
+    if (condition) {
+      columns.push_back(column);
+    }
   };
+  append_if(is_operation, kNode);
+  columns.push_back(is_operation ? kOperation : kEvent);
+  columns.push_back(page.after ? kBefore : kMean);
+  columns.push_back(kDeviation);
+  append_if(is_operation, kShare);
   if (page.after) {
-    append({kBefore, kDeviation, kAfter, kAfterDeviation});
-  } else {
-    append({kMean, kDeviation});
+    columns.push_back(kAfter);
+    columns.push_back(kAfterDeviation);
+    append_if(is_operation, kAfterShare);
   }
-  if (has_unit) {
-    append({kUnit});
-  }
+  append_if(has_unit, kUnit);
   if (page.after) {
-    append({kChange, kVerdict});
+    columns.push_back(kChange);
+    columns.push_back(kVerdict);
   }
-  if (is_operation) {
-    append({kShare, kBars});
-  }
+  append_if(is_operation, kBars);
   return columns;
 }
 

@@ -21,6 +21,7 @@ struct Row {
 };
 
 struct Column {
+  // As HTML; empty if the column needs none.
   const char* heading;
   // The path into the data of a series, see WritePageData(), that the script
   // sorts by; empty if the column cannot be sorted.

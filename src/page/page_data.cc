@@ -6,12 +6,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <flatbuffers/flatbuffers.h>
 #include <nlohmann/json.hpp>
 
 #include "compare/comparison_text.h"
+#include "compare/figure_text.h"
 #include "model/event_fields.h"
 #include "page/display_text.h"
 
@@ -43,23 +45,31 @@ json ValuesJson(const std::vector<float>& values) {
   return list;
 }
 
-// Appends a line for each event below `event`, with its depth.
-void AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
+// Appends a line for each event below `event`, with its depth, until `lines`
+// has kMostDetails. Returns how many events there are.
+std::size_t AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
+  // A small log can refer to the same events a million times.
+  constexpr std::size_t kMostDetails = 1000;
   const auto* const sub_events = event.sub_events();
+  std::size_t count = flatbuffers::VectorLength(sub_events);
   for (flatbuffers::uoffset_t i = 0; i < flatbuffers::VectorLength(sub_events);
        ++i) {
     const ProfilingEvent& detail = *sub_events->Get(i);
-    std::string line(flatbuffers::GetStringView(detail.name()));
-    line += ValueText(detail);
-    lines->push_back(json::array({depth, MakeDisplayText(line).text}));
-    AppendDetails(detail, depth + 1, lines);
+    if (lines->size() < kMostDetails) {
+      lines->push_back(json::array(
+          {depth, NotedText(flatbuffers::GetStringView(detail.name())),
+           ValueText(detail)}));
+    }
+    count += AppendDetails(detail, depth + 1, lines);
   }
+  return count;
 }
 
-json FiguresJson(const PageLog& log, std::int32_t graph, Level level,
-                 const Figures& figures) {
+json FiguresJson(const PageLog& log, std::int32_t graph, std::int32_t runs,
+                 Level level, const Figures& figures) {
   const auto& [key, series] = *figures.series;
   json data = {
+      {"runs", runs},
       {"n", figures.n},
       {"excluded", series.values.size() - static_cast<std::size_t>(figures.n)},
       {"values", ValuesJson(series.values)}};
@@ -74,11 +84,12 @@ json FiguresJson(const PageLog& log, std::int32_t graph, Level level,
     data["share"] = *share;
   }
   const SampleRun& sample = log.sample_runs[static_cast<std::size_t>(graph)];
+  data["details_run"] = sample.run;
   const auto event = sample.operations.find(key);
   if (event != sample.operations.end()) {
-    data["run"] = sample.run;
-    data["details"] = json::array();
-    AppendDetails(*event->second, 0, &data["details"]);
+    json lines = json::array();
+    data["details_count"] = AppendDetails(*event->second, 0, &lines);
+    data["details"] = std::move(lines);
   }
   return data;
 }
@@ -90,36 +101,32 @@ bool IsRun(RunKind kind, const SeriesPair& pair) {
          pair.name.find(kExecuteText) != std::string_view::npos;
 }
 
-json PairJson(const Page& page, const PageGraph& graph, RunKind kind,
+json PairJson(const Page& page, const ComparedRuns& runs,
               const SeriesPair& pair) {
-  const DisplayText name = MakeDisplayText(pair.name);
-  json data = {{"graph", graph.graph},
-               {"kind", RunKindText(kind)},
+  json data = {{"graph", runs.graph},
+               {"kind", RunKindText(runs.kind)},
                {"level", LevelText(pair.level)},
-               {"name", name.text},
+               {"name", NotedText(pair.name)},
                {"unit", pair.unit}};
-  if (name.is_damaged) {
-    data["is_damaged"] = true;
-  }
-  if (IsRun(kind, pair)) {
+  if (IsRun(runs.kind, pair)) {
     data["is_run"] = true;
   }
   if (const std::int32_t id = ParseNodeId(pair.name); id != -1) {
     data["node_id"] = id;
   }
   if (pair.before) {
-    data["before"] =
-        FiguresJson(page.before, graph.graph, pair.level, *pair.before);
+    data["before"] = FiguresJson(page.before, runs.graph, runs.runs_before,
+                                 pair.level, *pair.before);
   }
   if (pair.after) {
-    data["after"] =
-        FiguresJson(*page.after, graph.graph, pair.level, *pair.after);
+    data["after"] = FiguresJson(*page.after, runs.graph, runs.runs_after,
+                                pair.level, *pair.after);
   }
   if (pair.change_percent) {
     data["change_percent"] = *pair.change_percent;
   }
   if (pair.p_adjusted) {
-    data["p_adjusted"] = *pair.p_adjusted;
+    data["p_adjusted"] = SignificantText(*pair.p_adjusted, 2);
   }
   if (page.after) {
     data["verdict"] = VerdictText(pair.verdict);
@@ -130,13 +137,8 @@ json PairJson(const Page& page, const PageGraph& graph, RunKind kind,
 }  // namespace
 
 void WritePageData(std::ostream& stream, const Page& page) {
-  json logs = json::array();
-  logs.push_back(MakeDisplayText(page.before.source->log.path).text);
-  if (page.after) {
-    logs.push_back(MakeDisplayText(page.after->source->log.path).text);
-  }
-  stream << "{\"logs\":" << Dump(logs) << ",\"num_warmup\":" << page.num_warmup
-         << ",\"series\":[";
+  stream << "{\"sides\":[\"before\"" << (page.after ? ",\"after\"" : "")
+         << "],\"series\":[";
   // One by one, because all of them at once would need several times the
   // memory of the log.
   const char* separator = "\n";
@@ -146,7 +148,7 @@ void WritePageData(std::ostream& stream, const Page& page) {
         if (!stream.good()) {
           return;
         }
-        stream << separator << Dump(PairJson(page, graph, table.kind, *pair));
+        stream << separator << Dump(PairJson(page, table.runs, *pair));
         separator = ",\n";
       }
     }

@@ -11,16 +11,23 @@ namespace lumo {
 
 // Writes the page's data as JSON that may stand inside an element of HTML:
 //
-//   {"logs": [path, ...], "num_warmup": W, "series": [series, ...]}
+//   {"sides": ["before", "after"], "series": [series, ...]}
 //
-// A series is an object with the fields graph, kind, level, name, unit and
-// node_id, "is_damaged" if the name is not valid UTF-8, "is_run" if it is the
-// time of a whole execute run, and, as far as they exist, change_percent,
-// p_adjusted, verdict, before and after. Each of the last two has "n", "mean",
-// "stdev", "share", "excluded" (how many first values the figures exclude),
-// "values" (all of them) and, for an operation, "run" and "details": the lines
-// below it in that run, each with its depth from 0. The series have the order
-// of the rows of WriteTables(). Stops after a failed write.
+// A page about one log has the side "before" alone. A series is an object with
+// the fields graph, kind, level, name, unit, "is_run" if it is the time of a
+// whole execute run, and, as far as they exist, node_id, change_percent,
+// p_adjusted (a text), verdict and the sides. Each side has
+//
+// - "runs", how many runs the graph has, and "values", those of the series;
+// - "excluded", how many first values the figures exclude, and "n", how many
+//   they are computed from;
+// - "mean", "stdev" and "share", as far as they exist; null is infinity;
+// - for an operation, "details_run", the run that its details are from, and, if
+//   that run has the operation, "details": [depth from 0, name, value] for
+//   each event below it, of "details_count" the first 1,000.
+//
+// The series have the order of the rows of WriteTables(). Stops after a failed
+// write.
 void WritePageData(std::ostream& stream, const Page& page);
 
 }  // namespace lumo

@@ -135,14 +135,40 @@ void WriteRow(std::ostream& stream, const std::vector<Column>& columns,
 // "Operations, cycles <span>13</span>": the unit is that of all rows, or empty.
 std::string CaptionOf(const PageTable& table, std::string_view unit) {
   std::string caption = table.level == Level::kOperation ? "Operations"
-                        : table.kind == RunKind::kExecute
-                            ? "Top-level events of the execute runs"
-                            : "Top-level events of the finalize runs";
+                        : table.runs.kind == RunKind::kExecute
+                            ? "Events of the execute runs"
+                            : "Events of the finalize runs";
   if (!unit.empty()) {
     caption += ", " + std::string(unit);
   }
   return caption + " <span class=\"count\">" +
          std::to_string(table.pairs.size()) + "</span>";
+}
+
+// What the figures of a table do not mean.
+const char* NoteOf(const PageTable& table, bool has_one_unit) {
+  if (table.level == Level::kEvent) {
+    return "These events overlap: do not add them up.";
+  }
+  return has_one_unit
+             ? "Shares are of the sum of the operations&#39; averages over all "
+               "runs, as in the report."
+             : "A log with operations in several units has no shares: values "
+               "in different units do not add up.";
+}
+
+void WriteHeadingCell(std::ostream& stream, const PageTable& table,
+                      const Column& column) {
+  if (*column.heading == '\0') {
+    stream << "<td></td>";
+    return;
+  }
+  const bool is_sorted =
+      table.is_sorted_by_mean && std::string_view(column.key) == "before.mean";
+  stream << "<th scope=\"col\" class=\"" << column.css_class << "\" data-key=\""
+         << column.key << '"'
+         << (is_sorted ? " aria-sort=\"descending\">" : ">") << column.heading
+         << "</th>";
 }
 
 // Writes a table whose first row has the number `first`.
@@ -157,9 +183,7 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
          << CaptionOf(table, has_one_unit ? largest.begin()->first : "")
          << "</caption>\n<thead><tr>";
   for (const Column& column : columns) {
-    stream << "<th scope=\"col\" class=\"" << column.css_class
-           << "\" data-key=\"" << column.key << "\">" << column.heading
-           << "</th>";
+    WriteHeadingCell(stream, table, column);
   }
   stream << "</tr></thead>\n<tbody>\n";
   for (std::size_t i = 0; i < table.pairs.size() && stream.good(); ++i) {
@@ -168,31 +192,33 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
              first + i);
   }
   stream << "</tbody></table></div>\n";
-  stream
-      << (table.level == Level::kOperation
-              ? "<p class=\"note\">Shares are of the sum of the operations"
-                "&#39; averages over all runs, as in the report.</p>\n"
-              : "<p class=\"note\">Top-level events overlap: do not add them "
-                "up.</p>\n");
+  stream << "<p class=\"note\">" << NoteOf(table, has_one_unit) << "</p>\n";
 }
 
 }  // namespace
 
 std::string MakeTitle(const Page& page) {
-  std::string title = MakeDisplayText(page.before.source->log.path).text;
+  std::string title = NotedText(page.before.source->log.path);
   if (page.after) {
-    title += " → " + MakeDisplayText(page.after->source->log.path).text;
+    title += " → " + NotedText(page.after->source->log.path);
   }
   return EscapeHtml(title);
 }
 
 void WriteHeading(std::ostream& stream, const Page& page) {
-  stream << "<header>\n<h1>" << MakeTitle(page) << "</h1>\n";
+  stream << "<header>\n<h1>" << TextHtml(page.before.source->log.path);
+  if (page.after) {
+    stream << " → " << TextHtml(page.after->source->log.path);
+  }
+  stream << "</h1>\n";
   WriteLogs(stream, page);
   stream << "</header>\n";
 }
 
 void WriteTables(std::ostream& stream, const Page& page) {
+  if (page.graphs.empty()) {
+    stream << "<p>The runs have no events.</p>\n";
+  }
   std::size_t rows = 0;
   for (const PageGraph& graph : page.graphs) {
     stream << "<section class=\"graph\" data-graph=\"" << graph.graph

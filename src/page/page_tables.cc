@@ -70,7 +70,7 @@ PageLog MakePageLog(const ComparedLog& log, std::int32_t num_warmup) {
 
 // Appends the table of the pairs of `level`, if there are any.
 void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
-  PageTable table = {runs.kind, level, {}};
+  PageTable table = {runs, level, {}, false};
   for (const SeriesPair& pair : runs.pairs) {
     if (pair.level == level) {
       table.pairs.push_back(&pair);
@@ -88,14 +88,18 @@ float MeanBefore(const SeriesPair* pair) {
 
 std::vector<PageGraph> MakeGraphs(const std::vector<ComparedRuns>& all_runs) {
   std::map<std::int32_t, PageGraph> graphs;
-  // Execute runs come last in `all_runs`, and first on the page.
-  for (auto runs = all_runs.rbegin(); runs != all_runs.rend(); ++runs) {
-    PageGraph& graph = graphs[runs->graph];
-    graph.graph = runs->graph;
-    AppendTable(*runs, Level::kOperation, &graph);
-    AppendTable(*runs, Level::kEvent, &graph);
+  for (const RunKind kind : {RunKind::kExecute, RunKind::kFinalize}) {
+    for (const ComparedRuns& runs : all_runs) {
+      if (runs.kind == kind) {
+        PageGraph& graph = graphs[runs.graph];
+        graph.graph = runs.graph;
+        AppendTable(runs, Level::kOperation, &graph);
+        AppendTable(runs, Level::kEvent, &graph);
+      }
+    }
   }
   std::vector<PageGraph> sorted;
+  sorted.reserve(graphs.size());
   for (auto& [number, graph] : graphs) {
     sorted.push_back(std::move(graph));
   }
@@ -120,6 +124,7 @@ Page MakePage(const ComparedLog& before, const ComparedLog* after,
     for (PageGraph& graph : page.graphs) {
       PageTable& first = graph.tables.front();
       if (first.level == Level::kOperation) {
+        first.is_sorted_by_mean = true;
         std::stable_sort(first.pairs.begin(), first.pairs.end(),
                          [](const SeriesPair* a, const SeriesPair* b) {
                            return MeanBefore(a) > MeanBefore(b);

@@ -36,9 +36,12 @@ struct PageLog {
 
 // One table of a graph.
 struct PageTable {
-  RunKind kind;
+  // The runs that it shows the pairs of this level of.
+  const ComparedRuns& runs;
   Level level;
   std::vector<const SeriesPair*> pairs;
+  // Whether the means descend from row to row.
+  bool is_sorted_by_mean;
 };
 
 struct PageGraph {
