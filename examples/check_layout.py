@@ -3,7 +3,8 @@
 
 Reads the table of lumo-profile-export on standard input. Prints a line for each
 message whose events do not fit its position, and for each series that does not have
-one value in every run. The exit status is 1 if there is any, and 0 otherwise.
+one value in every run. The exit status is 1 if there is any, 2 if there is no table,
+and 0 otherwise.
 """
 
 import collections
@@ -16,11 +17,16 @@ TEXTS = {"finalize": "(finalize)", "execute": "(execute)"}
 def main():
     csv.field_size_limit(2**31 - 1)
     sys.stdin.reconfigure(encoding="utf-8", errors="backslashreplace", newline="")
+    sys.stdout.reconfigure(errors="backslashreplace")
+    rows = csv.DictReader(sys.stdin)
+    if not rows.fieldnames:
+        print("check_layout.py: there is no table on standard input", file=sys.stderr)
+        return 2
     messages = {}  # position: (kind, kinds that the names say)
     runs = collections.defaultdict(set)  # (kind, graph): positions
     series = collections.Counter()
     operations = collections.Counter()  # top-level event: node events so far
-    for row in csv.DictReader(sys.stdin):
+    for row in rows:
         position, kind, name = int(row["message"]), row["kind"], row["name"]
         kinds = messages.setdefault(position, (kind, set()))[1]
         graph = int(row["graph_index"]) % 2**32
