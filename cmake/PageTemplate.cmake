@@ -17,11 +17,13 @@ function(hash_source file variable)
   set(${variable} "'sha256-${hash}'" PARENT_SCOPE)
 endfunction()
 hash_source("${SOURCE_DIR}/page.css" style_hash)
+hash_source("${SOURCE_DIR}/page_start.js" start_hash)
 hash_source("${SOURCE_DIR}/page.js" script_hash)
 hash_source("${CHART}" chart_hash)
 
 file(READ "${SOURCE_DIR}/page.html" page)
 file(READ "${SOURCE_DIR}/page.css" style)
+file(READ "${SOURCE_DIR}/page_start.js" start)
 file(READ "${SOURCE_DIR}/page.js" script)
 file(READ "${CHART}" chart)
 # The texts that the program adds come between five pieces, each a raw string.
@@ -36,9 +38,10 @@ split("@tables@" kPageBeforeData)
 split("@data@" kPageEnd)
 # "base-uri" and "form-action" do not follow from "default-src".
 string(REPLACE "@policy@"
-  "default-src 'none'; script-src ${chart_hash} ${script_hash}; style-src ${style_hash}; base-uri 'none'; form-action 'none'"
+  "default-src 'none'; script-src ${start_hash} ${chart_hash} ${script_hash}; style-src ${style_hash}; base-uri 'none'; form-action 'none'"
   page "${page}")
 string(REPLACE "@style@" "${style}" page "${page}")
+string(REPLACE "@start@" "${start}" page "${page}")
 string(REPLACE "@chart@" "${chart}" page "${page}")
 string(REPLACE "@script@" "${script}" page "${page}")
 file(WRITE "${OUTPUT}"

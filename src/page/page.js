@@ -369,6 +369,7 @@
 
   const tables = [...document.querySelectorAll("table.series")].map(setUpTable);
   const filtered = tables.filter((table) => table.isFiltered);
+  document.documentElement.classList.remove("loading");
 
   // ---- The graphs ----
 

@@ -1,5 +1,5 @@
 // The fixed parts of a page, which the build puts together from page.html,
-// page.css, page.js and Chart.js.
+// page.css, the scripts and Chart.js.
 
 #ifndef LUMO_PAGE_PAGE_TEMPLATE_H_
 #define LUMO_PAGE_PAGE_TEMPLATE_H_
