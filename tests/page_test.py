@@ -26,7 +26,6 @@ from selenium.webdriver.common.keys import Keys
 BUILD, FLATC, SCHEMA = (os.path.realpath(path) for path in sys.argv[1:4])
 
 
-
 def run(program, *args):
     return subprocess.run([f"{BUILD}/{program}", *args], check=True,
                           capture_output=True).stdout.decode(errors="replace")
