@@ -22,6 +22,7 @@ from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.support.ui import WebDriverWait
 
 BUILD, FLATC, SCHEMA = (os.path.realpath(path) for path in sys.argv[1:4])
 
@@ -108,7 +109,14 @@ class PageTest(unittest.TestCase):
 
     def open(self, *logs):
         run("lumo-profile-page", "--output", "page.html", *logs)
-        self.browser.get(f"file://{self.work}/page.html")
+        self.load("page.html")
+
+    def load(self, name):
+        self.browser.get("about:blank")
+        self.browser.get(f"file://{self.work}/{name}")
+        WebDriverWait(self.browser, 20).until(lambda _: self.js(
+            "return location.href.endsWith(arguments[0])"
+            " && document.readyState === 'complete'", name))
 
     def all(self, selector):
         return self.browser.find_elements(By.CSS_SELECTOR, selector)
@@ -249,6 +257,19 @@ class PageTest(unittest.TestCase):
         self.assertIn("The log has 2 values in 1500 runs.",
                       self.all("#chart-note")[0].text)
 
+    def test_a_page_has_100000_rows_at_most(self):
+        for events in (99999, 100000):
+            with open("many.json", "w") as file:
+                json.dump({"messages": [{"events": [{"name": "(execute)"}] +
+                                         [{}] * events}]}, file)
+            subprocess.run([FLATC, "-b", SCHEMA, "many.json"], check=True)
+            done = subprocess.run([f"{BUILD}/lumo-profile-page", "many.bin"],
+                                  capture_output=True, text=True)
+            self.assertEqual(done.stderr, "" if events == 99999 else
+                             "lumo-profile-page: too many different events for a page: "
+                             "100001, more than 100000\n")
+            self.assertEqual(done.returncode, events - 99999)
+
     def chart(self):
         return self.js("return Chart.getChart('chart').data.datasets.map("
                        "(set) => set.data.map((point) => [point.x, point.y]))")
@@ -336,7 +357,7 @@ class PageTest(unittest.TestCase):
             page = file.read()
         with open("planted.html", "w") as file:
             file.write(page.replace("<main>", planted, 1))
-        self.browser.get(f"file://{self.work}/planted.html")
+        self.load("planted.html")
         self.all("#bad")[0].click()
         self.assertNotEqual(self.all("#bad")[0].value_of_css_property("color"),
                             "rgba(255, 0, 0, 1)")
@@ -351,7 +372,7 @@ class PageTest(unittest.TestCase):
         self.open("detailed.bin", "tuned.bin")
         with_scripts = self.tables()
         self.cdp("Emulation.setScriptExecutionDisabled", value=True)
-        self.browser.refresh()
+        self.load("page.html")
         self.assertEqual(self.tables(), with_scripts)
         self.assertIn("Scripts are off.", self.all("main")[0].text)
         self.assertFalse(self.all("#runs")[0].is_displayed())

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <compare>
 #include <cstddef>
 #include <string_view>
 #include <tuple>
@@ -10,10 +11,25 @@
 namespace lumo {
 namespace {
 
+// A name, ordered by its bytes. Those that two events share are not read: a
+// small log can have a million events with one name of a megabyte.
+struct Name {
+  std::string_view text;
+
+  friend std::strong_ordering operator<=>(const Name& a, const Name& b) {
+    const bool is_shared =
+        a.text.data() == b.text.data() && a.text.size() == b.text.size();
+    return is_shared ? std::strong_ordering::equal : a.text <=> b.text;
+  }
+  friend bool operator==(const Name& a, const Name& b) {
+    return (a <=> b) == std::strong_ordering::equal;
+  }
+};
+
 // A series of one log, with what the series of a pair agree in.
 struct Candidate {
   std::string_view unit;
-  std::string_view name;
+  Name name;
   std::int32_t occurrence;
   // Its place in the log's order.
   std::size_t place;
@@ -30,7 +46,7 @@ std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
   candidates.reserve(series.size());
   for (const auto& one : series) {
     candidates.push_back(
-        {one.second.unit, one.first.name, 0, candidates.size(), &one});
+        {one.second.unit, {one.first.name}, 0, candidates.size(), &one});
   }
   std::sort(candidates.begin(), candidates.end(),
             [](const Candidate& a, const Candidate& b) {
@@ -86,7 +102,7 @@ PlacedPair MakePair(Level level, const Candidate* before,
   placed.place = one.place;
   SeriesPair& pair = placed.pair;
   pair.level = level;
-  pair.name = one.name;
+  pair.name = one.name.text;
   pair.occurrence = one.occurrence;
   pair.unit = one.unit;
   if (before != nullptr) {

@@ -2,6 +2,7 @@
 // that opens in a browser.
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <ostream>
@@ -29,6 +30,17 @@ constexpr lumo::Program kProgram = {
     "  --output FILE   where the page goes; default: standard output\n"
     "  --help          print this text and end\n"
     "  --version       print the version and end\n"};
+
+// A browser takes minutes for more rows, which only a log made for that has.
+constexpr std::size_t kMostSeries = 100000;
+
+std::size_t CountSeries(const lumo::Page& page) {
+  std::size_t count = 0;
+  for (const lumo::ComparedRuns& runs : page.all_runs) {
+    count += runs.pairs.size();
+  }
+  return count;
+}
 
 void WritePage(std::ostream& stream, const lumo::Page& page) {
   stream << lumo::kPageBeforeTitle << lumo::MakeTitle(page)
@@ -73,6 +85,11 @@ int main(int argc, char** argv) {
   }
   const lumo::Page page = lumo::MakePage(
       logs.front(), logs.size() == 2 ? &logs.back() : nullptr, num_warmup);
+  if (const std::size_t count = CountSeries(page); count > kMostSeries) {
+    return lumo::Fail(kProgram, "too many different events for a page: " +
+                                    std::to_string(count) + ", more than " +
+                                    std::to_string(kMostSeries));
+  }
   return lumo::WriteOutput(
       kProgram, output.value_or(""), paths, "page",
       [&page](std::ostream& stream) { WritePage(stream, page); });
