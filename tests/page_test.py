@@ -196,6 +196,15 @@ class PageTest(unittest.TestCase):
                 self.assertEqual(got, list(self.expected(logs)))
                 self.assertEqual(self.browser.title, " → ".join(logs))
                 self.assertEqual(self.all("h1")[0].text, " → ".join(logs))
+                self.assertEqual(self.all("#graph-choice")[0].is_displayed(),
+                                 len({graph for graph, _ in got}) > 1)
+                for row in self.all("tr[data-series]"):
+                    self.js("arguments[0].click()", row)
+                    name = row.find_element(By.TAG_NAME, "th")
+                    self.assertTrue(self.js(
+                        "return document.getElementById('chart-title').textContent"
+                        ".startsWith(arguments[0].textContent + ', ')", name))
+                self.assertEqual(self.all("main :is(script, img, a)"), [])
 
     def test_columns_sort_both_ways(self):
         for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"]):
@@ -288,6 +297,8 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.all("#chart-title")[0].text,
                          "ConvNet (execute), execute runs")
         report = run("lumo-profile-viewer", "--input_profile_data", logs[0])
+        p_values = {row["name"]: float(row["p_adjusted"] or 0) for row in
+                    csv.DictReader(io.StringIO(run("lumo-profile-compare", "--csv", *logs)))}
         for name in ("ConvNet (execute)", "node_id_5:Conv2D_stem", "VPU threads",
                      "node_id_38:Softmax"):
             button = next(button for button in self.all("tr[data-series] button")
@@ -296,6 +307,8 @@ class PageTest(unittest.TestCase):
             button.send_keys(Keys.ENTER)
             self.assertEqual(button.get_attribute("aria-expanded"), "true")
             self.assertEqual(self.all("#chart-title")[0].text, f"{name}, execute runs")
+            self.assertIn(f"p-value of the difference: {p_values[name]:.2g}",
+                          self.all(".details")[0].text)
             want = [self.values(log, name) for log in logs]
             self.assertEqual(self.chart(), want)
             for k in (0, 3, 8):
@@ -315,6 +328,10 @@ class PageTest(unittest.TestCase):
                 self.assertTrue(len(wanted) == len(got) or
                                 name not in wanted[len(got)])
                 self.assertIn("mean of 5 values", part.text)
+
+        self.all("th[data-key=name]")[0].find_element(By.TAG_NAME, "button").send_keys(
+            Keys.ENTER)
+        self.assertEqual(len(self.all("tr.chosen + tr > .details")), 1)
 
     def point_at(self, k):
         """Moves the mouse to a run of the chart; returns the tooltip's texts."""
