@@ -1,7 +1,7 @@
 // Fuzz target: a whole run of the viewer on an arbitrary log, the table of its
-// events, its page, and its comparison with itself and with a log that differs in one
-// byte. The last two bytes are also the viewer's options, -128 to 127 each, and
-// the two before them say which byte differs.
+// events, its page, and its comparison with itself and with a log that differs
+// in one byte. The last two bytes are also the viewer's options, -128 to 127
+// each, and the two before them say which byte differs.
 
 #include <cstddef>
 #include <cstdint>

@@ -102,7 +102,7 @@ check_output() {
   expect 1 'standard output: cannot be written whole: No space left on device' \
     bash -c '"$@" >full' - "${command[@]}"
   expect 1 'standard output: cannot be written: No space left on device' \
-    bash -c '"$0" --help >full' "${command[0]}"
+    bash -c '"$@" >full' - "${command[0]}" --help
   expect 1 'standard output: cannot be written whole: Bad file descriptor' \
     bash -c '"$@" >&-' - "${command[@]}"
   [ -c full ] || fail 'a device is gone'
