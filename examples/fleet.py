@@ -353,6 +353,8 @@ def parse_arguments():
 
 def connect(scheduler):
     """Returns a client of the scheduler or, if it is None, of local processes."""
+    # Its worker processes would log what concerns nobody here.
+    os.environ.setdefault("DASK_LOGGING__DISTRIBUTED", "critical")
     try:
         from dask.system import CPU_COUNT
         from distributed import Client
@@ -404,6 +406,9 @@ def main():
         table, problems = compute(client, logs, options.num_warmup)
     for number, reason in sorted(problems.items()):
         say(f"{paths[number]}: {reason}")
+    if len(problems) == len(logs):
+        say("no log could be read")
+        return 1
     unmeasured = sum(map(math.isnan, itertools.chain.from_iterable(
         means for _, means in table.values())))
     if unmeasured:

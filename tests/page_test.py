@@ -254,8 +254,8 @@ class PageTest(unittest.TestCase):
         more.click()
         self.assertEqual(len(self.tables()[0]), 300)
         self.assertFalse(more.is_displayed())
-        self.assertIn("The chart shows the least and the greatest of each 3 of the 1500 "
-                      "values of the log.", self.all("#chart-note")[0].text)
+        self.assertIn("The log has 1500 values: the chart shows the smallest and "
+                      "the largest of every 3.", self.all("#chart-note")[0].text)
         drawn = self.chart()[0]
         self.assertLessEqual(len(drawn), 1000)
         self.assertIn([700, 9999], drawn)
@@ -360,7 +360,7 @@ class PageTest(unittest.TestCase):
         self.assertTrue(self.js(is_shaded, 0))
         self.assertFalse(self.js(is_shaded, 1))
         self.assertEqual(self.all("#chart-note")[0].text,
-                         "The first run (shaded) is excluded as warm-up.")
+                         "The first run is excluded as warm-up.")
         self.all("#zoom")[0].click()
         self.assertEqual(self.js("return Chart.getChart('chart').scales.x.min"), 0.5)
 

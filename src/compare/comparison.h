@@ -81,9 +81,9 @@ struct ComparedRuns {
 };
 
 // Compares the series of two logs. The figures exclude the first `num_warmup`
-// values, from 0, of a series of several; a difference is real if its adjusted
-// p-value is below 1 - `confidence` / 100, with a confidence above 0 and below
-// 100.
+// values, from 0, of a series of several; a difference is significant if its
+// adjusted p-value is below 1 - `confidence` / 100, with a confidence above 0
+// and below 100.
 //
 // Returns the finalize runs of all graphs, then the execute runs of all graphs,
 // without those that have no series. It refers to both arguments.

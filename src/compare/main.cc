@@ -1,5 +1,5 @@
 // lumo-profile-compare: sets the profiling logs of before and after a change
-// side by side and tells which differences are real.
+// side by side and tests which differences are significant.
 
 #include <cstdint>
 #include <cstdlib>
@@ -24,17 +24,16 @@ namespace {
 constexpr lumo::Program kProgram = {
     "lumo-profile-compare",
     "usage: lumo-profile-compare [OPTION]... BEFORE AFTER\n"
-    "Compares two profiling logs and tells which differences are real.\n"
+    "Compares two profiling logs and tests which differences are significant.\n"
     "\n"
     "  --num_warmup W          runs to exclude as warm-up; default: 1\n"
-    "  --confidence PERCENT    how sure to be of a difference; default: 99\n"
-    "  --max_slowdown PERCENT  end with status 3 if a time or a number of "
-    "cycles\n"
-    "                          really rises by more than this\n"
+    "  --confidence PERCENT    confidence level of the test; default: 99\n"
+    "  --max_slowdown PERCENT  exit with status 3 if a time or a number of cycles\n"
+    "                          rises significantly and by more than this\n"
     "  --csv                   write comma-separated rows for other programs\n"
     "  --output FILE           where the text goes; default: standard output\n"
-    "  --help                  print this text and end\n"
-    "  --version               print the version and end\n"};
+    "  --help                  print this text and exit\n"
+    "  --version               print the version and exit\n"};
 
 constexpr int kTooSlow = 3;
 

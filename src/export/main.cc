@@ -20,8 +20,8 @@ constexpr lumo::Program kProgram = {
     "\n"
     "  --input_profile_data FILE  the log to read\n"
     "  --output FILE              where the rows go; default: standard output\n"
-    "  --help                     print this text and end\n"
-    "  --version                  print the version and end\n"};
+    "  --help                     print this text and exit\n"
+    "  --version                  print the version and exit\n"};
 
 }  // namespace
 

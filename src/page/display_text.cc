@@ -18,6 +18,29 @@ std::string ReplaceInvalid(std::string_view bytes) {
   return json::parse(text).get<std::string>();
 }
 
+// Returns `text` with the characters that change the direction of the text
+// after them, and so could disguise a name, written as escapes: U+202A to
+// U+202E and U+2066 to U+2069.
+std::string EscapeDirections(std::string_view text) {
+  std::string escaped;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::string_view start = text.substr(i, 2);
+    const char last = i + 2 < text.size() ? text[i + 2] : '\0';
+    const bool is_embedding =
+        start == "\xE2\x80" && last >= '\xAA' && last <= '\xAE';
+    const bool is_isolate =
+        start == "\xE2\x81" && last >= '\xA6' && last <= '\xA9';
+    if (is_embedding || is_isolate) {
+      escaped += is_embedding ? "\\u202" : "\\u206";
+      escaped += "0123456789abcdef"[static_cast<unsigned char>(last) % 16];
+      i += 2;
+    } else {
+      escaped += text[i];
+    }
+  }
+  return escaped;
+}
+
 // Returns how many of the first bytes of a text are shown. A character that
 // would be cut, which has three more bytes at most, is left out.
 std::size_t ShownSize(std::string_view bytes) {
@@ -40,7 +63,7 @@ std::size_t ShownSize(std::string_view bytes) {
 DisplayText MakeDisplayText(std::string_view bytes) {
   const std::string_view shown = bytes.substr(0, ShownSize(bytes));
   const std::string valid = ReplaceInvalid(shown);
-  DisplayText text = {EscapeControls(valid), ""};
+  DisplayText text = {EscapeDirections(EscapeControls(valid)), ""};
   if (bytes.empty()) {
     text.note = "empty";
   } else if (valid != shown) {

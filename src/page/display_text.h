@@ -10,8 +10,9 @@ namespace lumo {
 
 // A text that a browser can show.
 struct DisplayText {
-  // Valid UTF-8 without control characters: those, and the backslash, are
-  // escaped as Printable() does it. U+FFFD stands for bytes that are not UTF-8.
+  // Valid UTF-8 without control characters, and without those that change the
+  // direction of text: all of these, and the backslash, are escaped, as in "\n"
+  // or "\u202e". U+FFFD stands for bytes that are not UTF-8.
   // Of more than 1,000 bytes only the first are taken, up to the end of a
   // character, with "..." after them.
   std::string text;

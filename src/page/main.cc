@@ -28,8 +28,8 @@ constexpr lumo::Program kProgram = {
     "\n"
     "  --num_warmup W  runs to exclude as warm-up; default: 1\n"
     "  --output FILE   where the page goes; default: standard output\n"
-    "  --help          print this text and end\n"
-    "  --version       print the version and end\n"};
+    "  --help          print this text and exit\n"
+    "  --version       print the version and exit\n"};
 
 // A browser takes minutes for more rows, which only a log made for that has.
 constexpr std::size_t kMostSeries = 100000;

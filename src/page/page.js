@@ -76,6 +76,8 @@
       backgroundColor: color("--" + side),
       borderWidth: 2,
       borderDash: isFirst ? [] : [6, 3],
+      // The dashed line is drawn over the other, so that both can be seen.
+      order: isFirst ? 1 : 0,
       pointStyle: isFirst ? "circle" : "rect",
       pointRadius: values.length > 100 ? 0 : 4,
     };
@@ -100,24 +102,29 @@
         ? "run" : "value";
   }
 
+  // "1 run", "2 runs"
+  function countText(count, noun) {
+    return `${count} ${noun}${count === 1 ? "" : "s"}`;
+  }
+
   function chartNote(series, shown, excluded) {
     const counted = countedBy(shown);
     const notes = [];
     if (excluded > 0) {
       notes.push(excluded === 1
-          ? `The first ${counted} (shaded) is excluded as warm-up.`
-          : `The first ${excluded} ${counted}s (shaded) are excluded as ` +
-              "warm-up.");
+          ? `The first ${counted} is excluded as warm-up.`
+          : `The first ${excluded} ${counted}s are excluded as warm-up.`);
     }
     for (const side of sides.filter((side) => series[side])) {
       const {values, runs} = series[side];
       const log = sides.length === 2 ? `log ${side}` : "log";
       if (values.length !== runs) {
-        notes.push(`The ${log} has ${values.length} values in ${runs} runs.`);
+        notes.push(`The ${log} has ${countText(values.length, "value")} in ` +
+            `${countText(runs, "run")}.`);
       }
       if (groupSize(values) > 1) {
-        notes.push("The chart shows the least and the greatest of each " +
-            `${groupSize(values)} of the ${values.length} values of the ${log}.`);
+        notes.push(`The ${log} has ${values.length} values: the chart shows ` +
+            `the smallest and the largest of every ${groupSize(values)}.`);
       }
     }
     return notes.join(" ");
@@ -149,16 +156,24 @@
       plugins: {
         legend: {
           display: sides.length === 2,
-          labels: {color: color("--text"), usePointStyle: true, boxHeight: 7},
+          labels: {
+            color: color("--text"),
+            usePointStyle: true,
+            boxHeight: 7,
+            sort: (a, b) => a.datasetIndex - b.datasetIndex,
+          },
         },
-        tooltip: {callbacks: {
-          title: (items) =>
-              items.length > 0 ? `${counted} ${items[0].parsed.x}` : "",
-          label: (item) =>
-              (sides.length === 2 ? item.dataset.label + ": " : "") +
-              item.parsed.y.toLocaleString("en-US", {useGrouping: false}) +
-              " " + series.unit,
-        }},
+        tooltip: {
+          itemSort: (a, b) => a.datasetIndex - b.datasetIndex,
+          callbacks: {
+            title: (items) =>
+                items.length > 0 ? `${counted} ${items[0].parsed.x}` : "",
+            label: (item) =>
+                (sides.length === 2 ? item.dataset.label + ": " : "") +
+                item.parsed.y.toLocaleString("en-US", {useGrouping: false}) +
+                " " + series.unit,
+          },
+        },
       },
     };
   }
@@ -192,9 +207,6 @@
 
   // Returns the lines below an operation in one run of a log.
   function makeLines(figures) {
-    if (figures.details === undefined) {
-      return [makeElement("p", `Run ${figures.details_run} does not have it.`)];
-    }
     if (figures.details.length === 0) {
       return [makeElement(
           "p", `Run ${figures.details_run} has no details of it.`)];
@@ -217,7 +229,7 @@
     const part = makeElement("div");
     const figures = series[side];
     const mean = figures.n === 0 ? "no value after the warm-up"
-        : `mean of ${figures.n} ${figures.n === 1 ? "value" : "values"}`;
+        : `mean of ${countText(figures.n, "value")}`;
     part.append(makeElement("h3", sides.length === 2
         ? `${sideNames[side]}: ${mean}` : `Figures: ${mean}`));
     if (series.level === "operation") {

@@ -83,14 +83,12 @@ json FiguresJson(const PageLog& log, std::int32_t graph, std::int32_t runs,
   if (const std::optional<float> share = ShareOf(log, graph, figures)) {
     data["share"] = *share;
   }
-  const SampleRun& sample = log.sample_runs[static_cast<std::size_t>(graph)];
-  data["details_run"] = sample.run;
-  const auto event = sample.operations.find(key);
-  if (event != sample.operations.end()) {
-    json lines = json::array();
-    data["details_count"] = AppendDetails(*event->second, 0, &lines);
-    data["details"] = std::move(lines);
-  }
+  const auto& [event, run] =
+      log.samples[static_cast<std::size_t>(graph)].at(key);
+  json lines = json::array();
+  data["details_count"] = AppendDetails(*event, 0, &lines);
+  data["details"] = std::move(lines);
+  data["details_run"] = run;
   return data;
 }
 

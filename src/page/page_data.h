@@ -22,9 +22,8 @@ namespace lumo {
 // - "excluded", how many first values the figures exclude, and "n", how many
 //   they are computed from;
 // - "mean", "stdev" and "share", as far as they exist; null is infinity;
-// - for an operation, "details_run", the run that its details are from, and, if
-//   that run has the operation, "details": [depth from 0, name, value] for
-//   each event below it, of "details_count" the first 1,000.
+// - for an operation, "details": [depth from 0, name, value] for each event
+//   below it in the run "details_run", of "details_count" the first 1,000.
 //
 // The series have the order of the rows of WriteTables(). Stops after a failed
 // write.

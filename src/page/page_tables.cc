@@ -12,9 +12,11 @@ namespace {
 
 using flatbuffers::VectorLength;
 
-// Adds the operations of a message. If several have the same key, under
-// different top-level events, the first is kept.
-void AddOperations(const ProfilingMessage& message, SampleRun* sample) {
+using Samples = std::map<EventKey, SampleOperation>;
+
+// Adds the operations of a run that are not there yet.
+void AddOperations(const ProfilingMessage& message, std::int32_t run,
+                   Samples* samples) {
   const auto* const events = message.events();
   for (flatbuffers::uoffset_t j = 0; j < VectorLength(events); ++j) {
     const auto* const sub_events = events->Get(j)->sub_events();
@@ -22,29 +24,29 @@ void AddOperations(const ProfilingMessage& message, SampleRun* sample) {
     for (flatbuffers::uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
       const ProfilingEvent* const event = sub_events->Get(k);
       if (event->type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-        sample->operations.try_emplace(
+        samples->try_emplace(
             EventKey{ordinal, flatbuffers::GetStringView(event->name())},
-            event);
+            SampleOperation{event, run});
         ++ordinal;
       }
     }
   }
 }
 
-std::vector<SampleRun> FindSampleRuns(const ComparedLog& log,
-                                      std::int32_t num_warmup) {
-  const std::vector<std::int32_t> run_counts =
-      CountRuns(log.groups, RunKind::kExecute);
-  std::vector<SampleRun> samples(run_counts.size());
-  std::vector<std::int32_t> runs(run_counts.size());
-  const MessageRange range = log.groups.execute_runs;
-  for (std::int32_t i = range.first; i < range.end; ++i) {
-    const ProfilingMessage& message = MessageAt(*log.groups.messages, i);
-    const auto graph = static_cast<std::size_t>(GraphOf(message));
-    const std::int32_t run = runs[graph]++;
-    if (run == std::min(num_warmup, run_counts[graph] - 1)) {
-      samples[graph].run = run;
-      AddOperations(message, &samples[graph]);
+std::vector<Samples> FindSamples(const ComparedLog& log,
+                                 std::int32_t num_warmup) {
+  const auto graph_count = static_cast<std::size_t>(log.groups.graph_count);
+  std::vector<Samples> samples(graph_count);
+  for (const bool is_warmup : {false, true}) {
+    std::vector<std::int32_t> runs(graph_count);
+    const MessageRange range = log.groups.execute_runs;
+    for (std::int32_t i = range.first; i < range.end; ++i) {
+      const ProfilingMessage& message = MessageAt(*log.groups.messages, i);
+      const auto graph = static_cast<std::size_t>(GraphOf(message));
+      const std::int32_t run = runs[graph]++;
+      if ((run < num_warmup) == is_warmup) {
+        AddOperations(message, run, &samples[graph]);
+      }
     }
   }
   return samples;
@@ -57,7 +59,7 @@ bool HasOneUnit(const EventSeriesMap& series) {
 }
 
 PageLog MakePageLog(const ComparedLog& log, std::int32_t num_warmup) {
-  PageLog page_log = {&log, {}, FindSampleRuns(log, num_warmup)};
+  PageLog page_log = {&log, {}, FindSamples(log, num_warmup)};
   std::vector<std::vector<TopOpEntry>> unused;
   for (const EventSeriesMap& operations : log.series.operations) {
     AggregateNodeTimes(operations, 0, &page_log.op_averages, &unused);

@@ -15,12 +15,12 @@
 
 namespace lumo {
 
-// The operations of one run of a graph, for their details.
-struct SampleRun {
-  // Which execute run of its graph it is, from 0.
+// An operation in one run, for its details.
+struct SampleOperation {
+  // Points into the log.
+  const ProfilingEvent* event;
+  // Which execute run of its graph it is from, from 0.
   std::int32_t run;
-  // The node event of each operation; points into the log.
-  std::map<EventKey, const ProfilingEvent*> operations;
 };
 
 // A log of a page, with what the comparison does not have. Element g of each
@@ -30,8 +30,9 @@ struct PageLog {
   // The averages and shares of the operations, as in the report: over all runs.
   // Empty for a graph with operations in several units, which do not add up.
   std::vector<OpAverageMap> op_averages;
-  // The first run after the warm-up, or the last one if none is left.
-  std::vector<SampleRun> sample_runs;
+  // Each operation in the first run after the warm-up that has it, or, if none
+  // has, in the first run.
+  std::vector<std::map<EventKey, SampleOperation>> samples;
 };
 
 // One table of a graph.
