@@ -1,5 +1,5 @@
-// lumo-profile-compare: sets the profiling logs of before and after a change
-// side by side and tells which differences are real.
+// lumo-profile-compare: compares two profiling logs and tests which differences
+// are real.
 
 #include <cstdint>
 #include <cstdlib>
@@ -48,8 +48,7 @@ struct Options {
   std::string after;
 };
 
-// Sets `options`. Returns the status to end with, or nothing if the run goes
-// on.
+// Sets `options`. Returns the exit status, or nothing if the run continues.
 std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
   std::optional<std::string> num_warmup;
   std::optional<std::string> confidence;
@@ -95,8 +94,7 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
   return std::nullopt;
 }
 
-// Returns whether lines may be colored: if people see them, and did not ask
-// for plain ones.
+// Returns whether to color lines: on a terminal, unless NO_COLOR is set.
 bool IsColorful(const std::string& output) {
   const char* const no_color = std::getenv("NO_COLOR");
   return output.empty() && isatty(STDOUT_FILENO) == 1 &&

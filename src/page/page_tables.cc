@@ -12,8 +12,8 @@ namespace {
 
 using flatbuffers::VectorLength;
 
-// Adds the operations of a message. If several have the same key, under
-// different top-level events, the first is kept.
+// Adds the operations of a message. If operations under different top-level
+// events have the same key, the first one is kept.
 void AddOperations(const ProfilingMessage& message, SampleRun* sample) {
   const auto* const events = message.events();
   for (flatbuffers::uoffset_t j = 0; j < VectorLength(events); ++j) {
@@ -81,7 +81,8 @@ void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
   }
 }
 
-// The mean of a pair of a page about one log; nothing counts as less than all.
+// The mean of a pair on a page about one log. A missing mean is less than all
+// others.
 float MeanBefore(const SeriesPair* pair) {
   return pair->before->n > 0 ? pair->before->mean : -1.0F;
 }
