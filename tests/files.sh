@@ -46,8 +46,8 @@ expect() {
     fail "$*: expected $want_status: $want_message, but got $status: $(<err)"
 }
 
-# holds FILE TEXT_FILE: checks that FILE is equal to TEXT_FILE and alone in its folder.
-holds() {
+# expect_file FILE TEXT_FILE: checks that FILE is equal to TEXT_FILE and alone in its folder.
+expect_file() {
   cmp "$1" "$2" || fail "$1 differs from $2"
   [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
 }
@@ -83,17 +83,17 @@ check_output() {
   echo older >older
 
   # A new file, an older file and the target of a symbolic link, with their modes.
-  mkdir new && (umask 027 && "${command[@]}" --output new/file) && holds new/file whole
+  mkdir new && (umask 027 && "${command[@]}" --output new/file) && expect_file new/file whole
   [ "$(stat -c %a new/file)" = 640 ] || fail 'a new file ignores the umask'
   chmod 604 new/file && cp older new/file
-  expect 0 '' "${command[@]}" --output new/file && holds new/file whole
+  expect 0 '' "${command[@]}" --output new/file && expect_file new/file whole
   [ "$(stat -c %a new/file)" = 604 ] || fail 'an older file loses its mode'
   cp older new/file && ln -s file new/link && ln -s new/link link
   expect 0 '' "${command[@]}" --output link
-  [[ -L link && -L new/link ]] && rm link new/link && holds new/file whole
+  [[ -L link && -L new/link ]] && rm link new/link && expect_file new/file whole
   ln -s new/later link
   rm new/file
-  expect 0 '' "${command[@]}" --output link && holds new/later whole
+  expect 0 '' "${command[@]}" --output link && expect_file new/later whole
   rm link
 
   # Devices, pipes and other names of standard output are written directly.
@@ -117,14 +117,14 @@ check_output() {
   # permission is unchanged.
   mkdir closed && cp older closed/file && chmod 666 closed/file && chmod 555 closed
   inode=$(stat -c %i closed/file)
-  expect 0 '' "${as_user[@]}" "${command[@]}" --output closed/file && holds closed/file whole
+  expect 0 '' "${as_user[@]}" "${command[@]}" --output closed/file && expect_file closed/file whole
   [ "$(stat -c %i closed/file)" = "$inode" ] || fail 'the file was replaced in a read-only folder'
   expect 1 'closed/new: cannot be created: Permission denied' \
     "${as_user[@]}" "${command[@]}" --output closed/new
   mkdir open && chmod 777 open && cp older open/file && chmod 444 open/file
   expect 1 'open/file: cannot be created: Permission denied' \
     "${as_user[@]}" "${command[@]}" --output open/file
-  holds open/file older
+  expect_file open/file older
   chmod 755 closed
   for path in new new/missing/file; do
     reason='No such file or directory'
@@ -136,10 +136,10 @@ check_output() {
   cp older new/later
   expect 1 'new/later: cannot be written whole: File too large' \
     bash -c 'ulimit -f 1; exec "$@"' - "${command[@]}" --output new/later
-  holds new/later older
+  expect_file new/later older
   # If a stream is closed, messages are not written to the file that is opened next.
   bash -c 'exec "$@" 2>&-' - "${command[@]}" --output new/later
-  holds new/later whole
+  expect_file new/later whole
 
   # The log is not overwritten, under any name.
   for log in log.bin ./new/../log.bin hard.bin soft.bin; do
