@@ -1,4 +1,4 @@
-// Builds the logs of extreme shapes, event by event.
+// Builds logs of extreme shapes, event by event.
 
 #include "extreme_logs.h"
 

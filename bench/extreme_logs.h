@@ -1,4 +1,4 @@
-// Logs that have far too much of one thing.
+// Logs of extreme shapes, for benchmarks.
 
 #ifndef LUMO_BENCH_EXTREME_LOGS_H_
 #define LUMO_BENCH_EXTREME_LOGS_H_
@@ -17,8 +17,8 @@ std::vector<std::uint8_t> MakeManyGraphs(std::int64_t count);
 // A finalize message, then a message with `count` top-level events.
 std::vector<std::uint8_t> MakeManyEvents(std::int64_t count);
 
-// An accelerator-cycle event with one node event, whose name is "node_id_" and
-// then `length` decimal digits.
+// An accelerator-cycle event with one node event, whose name is "node_id_"
+// followed by `length` decimal digits.
 std::vector<std::uint8_t> MakeLongName(std::int64_t length);
 
 }  // namespace lumo

@@ -1,4 +1,4 @@
-// Builds the large logs: what a delegate would write for a network, many times.
+// Builds large logs, similar to those that a delegate writes for networks.
 
 #include "large_log.h"
 
@@ -43,7 +43,7 @@ constexpr std::array<SubEventKind, 5> kSubEvents = {{
      ProfileEventUnit::NONE, " background op"},
 }};
 
-// A value that stays within 1 percent of `middle` over the runs.
+// A value that differs by at most 1 percent from `middle`.
 std::uint64_t Vary(std::int64_t middle, std::int64_t run) {
   return static_cast<std::uint64_t>(middle +
                                     middle * (run * 37 % 21 - 10) / 1000);

@@ -1,4 +1,4 @@
-// Large logs for measurements.
+// Large logs for benchmarks.
 
 #ifndef LUMO_BENCH_LARGE_LOG_H_
 #define LUMO_BENCH_LARGE_LOG_H_
@@ -8,9 +8,9 @@
 
 namespace lumo {
 
-// What a log consists of: per graph one finalize message and `executes` execute
-// messages, in each of these an accelerator-cycle event with `operations` node
-// events, each of these with `sub_events` events below it.
+// The shape of a log: each graph has one finalize message and `executes`
+// execute messages; each execute message has an accelerator-cycle event with
+// `operations` node events, and each node event has `sub_events` sub-events.
 struct LogShape {
   std::int64_t graphs;
   std::int64_t executes;
@@ -21,9 +21,9 @@ struct LogShape {
 // Returns the number of tables in a log of this shape.
 std::int64_t CountTables(const LogShape& shape);
 
-// Returns a log of this shape with names as a delegate writes them, none stored
-// twice, and values that vary a little from run to run. The same shape gives
-// the same bytes.
+// Returns a log of this shape with names like those of a delegate and values
+// that vary slightly from run to run. Each event stores its own name. The same
+// shape gives the same bytes.
 std::vector<std::uint8_t> MakeLargeLog(const LogShape& shape);
 
 }  // namespace lumo

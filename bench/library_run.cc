@@ -1,6 +1,5 @@
-// library_run: the part of a run that is the library's, as a program: reads the
-// log named, verifies it and has the library render it as text. Prints how long
-// that text is.
+// library_run: the part of a run that FlatBuffers does: reads a log, verifies
+// it and renders it as text. Prints the length of the text.
 
 #include <cstdint>
 #include <cstdio>

@@ -1,4 +1,4 @@
-// make_large_log: writes a large log to a file, for timing the whole viewer.
+// make_large_log: writes a large log to a file, to measure whole programs.
 
 #include <cstdint>
 #include <cstdio>

@@ -1,6 +1,7 @@
-// Times the steps of a run on the same logs: verification, grouping with
-// statistics, composing the report, rendering the log as text. And whole runs
-// on logs of extreme shapes, each at two sizes, a quarter and all.
+// Measures the steps of a run on the same logs: verification, grouping with
+// statistics, composing the report, rendering the log as text. Also measures
+// whole runs on logs of extreme shapes, each at a quarter of its size and in
+// full.
 
 #include <cstdint>
 #include <iostream>
@@ -23,8 +24,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 const Console kConsole = {std::cout, std::cerr};
 
-// The log of a benchmark's argument, executes per graph, and its size in
-// tables.
+// Returns a log with as many execute runs per graph as the argument of the
+// benchmark, and reports its number of tables.
 Bytes MakeLog(benchmark::State& state) {
   const LogShape shape = {2, state.range(0), 80, 5};
   state.counters["tables"] = static_cast<double>(CountTables(shape));
@@ -80,7 +81,7 @@ void WholeRun(benchmark::State& state, Bytes (*make_log)(std::int64_t)) {
   for (auto _ : state) {
     ProfileViewer viewer(kConsole);
     if (!viewer.TakeLog(log) || !viewer.ReadDataFromLog()) {
-      state.SkipWithError("no good log");
+      state.SkipWithError("invalid log");
       break;
     }
     benchmark::DoNotOptimize(viewer.ComposeReport());
@@ -88,7 +89,7 @@ void WholeRun(benchmark::State& state, Bytes (*make_log)(std::int64_t)) {
   }
 }
 
-// Executes per graph that give about 10,000, 100,000 and 999,000 tables.
+// Execute runs per graph for about 10,000, 100,000 and 999,000 tables.
 void Sizes(benchmark::internal::Benchmark* benchmark) {
   benchmark->Arg(10)->Arg(103)->Arg(1031)->Unit(benchmark::kMillisecond);
 }

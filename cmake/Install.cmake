@@ -1,8 +1,8 @@
-# What `cmake --install` puts where.
+# Installs the programs, man pages, completions, documents and sample logs.
 
 include(GNUInstallDirs)
 set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
-    CACHE STRING "Where zsh looks for completions, mostly below the prefix")
+    CACHE STRING "Folder of zsh completions, usually below the prefix")
 
 set(programs lumo-profile-viewer lumo-profile-export lumo-profile-compare)
 if(TARGET lumo-profile-page)
@@ -11,7 +11,7 @@ endif()
 foreach(program IN LISTS programs)
   install(TARGETS ${program})
   install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-  # bash looks for a file of the program's name; one file knows both.
+  # bash looks for a file with the name of the program; one file completes all programs.
   install(FILES completions/lumo-profile.bash RENAME ${program}
           DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
   install(FILES completions/_${program}
@@ -19,10 +19,10 @@ foreach(program IN LISTS programs)
 endforeach()
 
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-# The tree's README is about the tree.
+# README.md is about the source tree.
 install(FILES PACKAGE.md RENAME README.md
         DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-# In the same folders as here, so that the documents' commands find them.
+# In the same folders as in the source tree, so that the commands of the documents work.
 install(DIRECTORY docs examples samples schema
         DESTINATION "${CMAKE_INSTALL_DOCDIR}" USE_SOURCE_PERMISSIONS)
 install(FILES ${sample_logs} DESTINATION "${CMAKE_INSTALL_DOCDIR}/samples")

@@ -1,11 +1,11 @@
-# Puts a page's fixed parts together as C++ texts.
+# Generates a C++ file with the fixed parts of a page.
 #
 #   cmake -D SOURCE_DIR=src/page -D CHART=chart.min.js -D OUTPUT=FILE
 #         -P PageTemplate.cmake
 
 cmake_minimum_required(VERSION 3.25)
 
-# Sets `variable` to what the page's policy calls an inline text: its hash.
+# Sets `variable` to the source that allows an inline script or style: its hash.
 function(hash_source file variable)
   file(SHA256 "${file}" hex)
   string(TOUPPER "${hex}" hex)
@@ -26,7 +26,7 @@ file(READ "${SOURCE_DIR}/page.css" style)
 file(READ "${SOURCE_DIR}/page_start.js" start)
 file(READ "${SOURCE_DIR}/page.js" script)
 file(READ "${CHART}" chart)
-# The texts that the program adds come between five pieces, each a raw string.
+# Splits the page into five raw strings, between which the program writes its texts.
 function(split marker name)
   string(REPLACE "${marker}"
     ")lumo\";\nconst std::string_view ${name} = R\"lumo(" page "${page}")
@@ -36,7 +36,7 @@ split("@title@" kPageBeforeHeading)
 split("@heading@" kPageBeforeTables)
 split("@tables@" kPageBeforeData)
 split("@data@" kPageEnd)
-# "base-uri" and "form-action" do not follow from "default-src".
+# "default-src" does not cover "base-uri" and "form-action".
 string(REPLACE "@policy@"
   "default-src 'none'; script-src ${start_hash} ${chart_hash} ${script_hash}; style-src ${style_hash}; base-uri 'none'; form-action 'none'"
   page "${page}")

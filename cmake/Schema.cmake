@@ -1,9 +1,8 @@
 # lumo_schema: the accessors, verifier and type tables of a log, generated from
-# the schema; lumo_add_log(): a binary log from JSON.
+# the schema. lumo_add_log(): a binary log from JSON.
 
-# The compiler of this machine and headers, which are the same for every machine:
-# what the library installs for CMake is found for the machine that it was built for
-# only.
+# Not find_package(), which finds FlatBuffers only for the machine that it was built for.
+# A build for another machine uses this machine's flatc and headers.
 find_program(LUMO_FLATC flatc)
 find_path(LUMO_FLATBUFFERS_INCLUDE flatbuffers/minireflect.h)
 if(NOT LUMO_FLATC OR NOT LUMO_FLATBUFFERS_INCLUDE)
@@ -29,8 +28,8 @@ add_dependencies(lumo_schema lumo_schema_header)
 target_include_directories(lumo_schema SYSTEM INTERFACE
   "${_generated_dir}" "${LUMO_FLATBUFFERS_INCLUDE}")
 
-# Makes `directory`/NAME.bin from NAME.json. The caller needs a target that depends
-# on it.
+# Generates `directory`/NAME.bin from NAME.json. The caller must add a target that
+# depends on it.
 function(lumo_add_log json directory)
   get_filename_component(json "${json}" ABSOLUTE)
   get_filename_component(name "${json}" NAME_WE)
@@ -39,6 +38,6 @@ function(lumo_add_log json directory)
     COMMAND "${LUMO_FLATC}" --binary --allow-non-utf8 -o "${directory}"
             "${LUMO_SCHEMA}" "${json}"
     DEPENDS "${json}" "${LUMO_SCHEMA}" "${LUMO_FLATC}"
-    COMMENT "Making ${name}.bin"
+    COMMENT "Generating ${name}.bin"
     VERBATIM)
 endfunction()

@@ -11,14 +11,14 @@ _lumo_profile() {
     *page) options+=' --num_warmup --version' ;;
     *) options+=' --num_warmup --confidence --max_slowdown --csv --version' ;;
   esac
-  # bash makes three words of --output=report.txt.
+  # bash splits --output=report.txt into three words.
   if [[ $current == = ]]; then
     current=''
   elif [[ $option == = ]]; then
     option=${COMP_WORDS[COMP_CWORD - 2]}
   fi
   COMPREPLY=()
-  # Options may be abbreviated: a letter or two tell which one it is.
+  # Options may be abbreviated; one or two letters identify an option.
   case $option in
     --i* | --o*) files=1 ;;
     --t* | --n* | --co* | --m*) return ;; # any number

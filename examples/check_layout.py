@@ -3,8 +3,8 @@
 
 Reads the table of lumo-profile-export on standard input. Prints a line for each
 message whose events do not fit its position, and for each series that does not have
-one value in every run. The exit status is 1 if there is any, 2 if there is no table,
-and 0 otherwise.
+one value in every run. The exit status is 0 if no lines were printed, 1 if some were,
+and 2 if standard input has no table.
 """
 
 import collections
@@ -22,7 +22,7 @@ def main():
     if not rows.fieldnames:
         print("check_layout.py: there is no table on standard input", file=sys.stderr)
         return 2
-    messages = {}  # position: (kind, kinds that the names say)
+    messages = {}  # position: (kind, kinds according to the names)
     runs = collections.defaultdict(set)  # (kind, graph): positions
     series = collections.Counter()
     operations = collections.Counter()  # top-level event: node events so far

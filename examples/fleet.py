@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Computes one table of means and deviations over the logs of many devices.
 
-Dask spreads the logs over the cores of this machine or over the workers of a
-cluster. Each worker runs lumo-profile-export on the logs that it is given and
-returns one mean per log and series. docs/fleet.md describes how to use it.
+Dask distributes the logs over the cores of this machine or over the workers of
+a cluster. Each worker runs lumo-profile-export on its logs and returns one mean
+per log and series. docs/fleet.md describes how to use it.
 """
 
 import argparse
@@ -29,12 +29,12 @@ EXPORT_COLUMNS = (
 HEADER = ("group,graph,level,name,occurrence,unit,logs,mean,stdev,"
           "least,least_log,greatest,greatest_log\n")
 
-# Each byte of a name or a path is one character here: any bytes are written as
-# they were read, and texts sort by their bytes.
+# Each byte of a name or a path is one character, so that any bytes are written
+# as they were read, and texts are sorted by their bytes.
 BYTES = "latin-1"
 
 
-# On the workers. Dask sends them these functions; they do not need this file.
+# Functions for the workers. Dask sends them there; workers do not need this file.
 
 def graph_of(graph_index):
     """Returns the number of the graph: the low 32 bits of its index."""
@@ -48,7 +48,7 @@ def collect_series(rows):
     (unit of the first value, list of values). The position of an operation is
     its ordinal among the node events under its top-level event. Raises
     ValueError for a log without an execute run or with an invalid graph index.
-    A message without events has no row and plays no part in this.
+    Messages without events have no rows and are ignored.
     """
     if next(rows, None) != EXPORT_COLUMNS:
         raise ValueError(f"{EXPORT} did not print the expected columns")
@@ -91,13 +91,13 @@ def read_log(path):
     series, problem = None, None
     with subprocess.Popen([EXPORT, "--input_profile_data=" + path],
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE) as export:
-        # Read while they are written: the rows are never all in memory.
+        # Read the rows while they are written, so that they are never all in memory.
         rows = io.TextIOWrapper(export.stdout, BYTES, newline="")
         try:
             series = collect_series(csv.reader(rows))
         except (ValueError, csv.Error) as error:
             problem = str(error)
-            collections.deque(rows, maxlen=0)  # so that the export ends by itself
+            collections.deque(rows, maxlen=0)  # let the export write all rows
         message = export.stderr.read().decode(errors="backslashreplace").strip()
     if export.returncode < 0:
         problem = f"{EXPORT} was ended by signal {-export.returncode}"
@@ -138,7 +138,7 @@ def reduce_logs(logs, num_warmup):
         except ValueError as error:
             problems[number] = f"{error} (on {socket.gethostname()})"
             continue
-        except OSError as error:  # no fault of the log: the run fails
+        except OSError as error:  # not caused by the log: the run fails
             raise OSError(f"{EXPORT} on {socket.gethostname()}:"
                           f" {error.strerror}") from error
         for key, mean in means_of(series, num_warmup):
@@ -153,14 +153,14 @@ def add(table, key, numbers, means):
     row[1].extend(means)
 
 
-# In this process.
+# Functions for the main process.
 
 def find_logs(arguments):
     """Returns the logs and the folders that cannot be read.
 
     The logs are [(path as found, path for the workers)], sorted by their bytes;
-    the folders are [(path, reason)]. A folder stands for the files below it
-    that are named *.bin. A log that is found twice, also by a link, counts once.
+    the folders are [(path, reason)]. A folder means the files below it that are
+    named *.bin. A log that is found twice, even through a link, counts once.
     """
     found, problems, ignored = [], [], 0
     for argument in arguments:
@@ -195,12 +195,12 @@ def results(client, batches, num_warmup):
     batch_of = {}
 
     def submit(batch):
-        # Not pure: the log may have changed since a run before this one.
+        # Not pure: the log may have changed since an earlier run.
         future = client.submit(reduce_logs, batch, num_warmup, pure=False, retries=2)
         batch_of[future.key] = batch
         return future
 
-    # No more at once than keeps the workers busy.
+    # Submit only as many batches as keep the workers busy.
     batches = iter(batches)
     ahead = 32 + 4 * sum(client.nthreads().values())
     running = as_completed(map(submit, itertools.islice(batches, ahead)))
@@ -239,7 +239,7 @@ def compute(client, logs, num_warmup):
             suspects += batch
         else:
             merge(batch, *result)
-    # Again, one at a time, so that no log is blamed for another.
+    # Read these logs again, one at a time, to find those that kill workers.
     for log in suspects:
         for batch, result in results(client, [[log]], num_warmup):
             died = {}, {log[0]: "each worker that read it died"}
@@ -258,8 +258,8 @@ def show_progress(done, total):
 def table_rows(table, paths):
     """Yields the rows of the result, sorted by group and series.
 
-    The figures do not depend on the order in which the means came: fsum()
-    rounds once, and of several logs with an equal mean the first is named.
+    The figures do not depend on the order in which the means arrived: fsum()
+    rounds once, and of several logs with an equal mean, the first is named.
     """
     for key in sorted(table):
         group, graph, level, name, occurrence, unit = key
@@ -283,7 +283,7 @@ def table_rows(table, paths):
 def field(value):
     """Returns a field of the CSV, quoted as lumo-profile-export does.
 
-    Numbers have the fewest digits that read back.
+    Numbers have the fewest digits that read back to the same number.
     """
     text = repr(value).removesuffix(".0") if isinstance(value, float) else str(value)
     return '"' + text.replace('"', '""') + '"' if re.search('[",\r\n]', text) else text
@@ -295,9 +295,9 @@ def as_text(path):
 
 
 def write_whole(path, content):
-    """Writes the bytes to the file, whole or not at all. Raises OSError.
+    """Writes the bytes to the file atomically. Raises OSError.
 
-    An existing file keeps its mode. A device or a pipe is written to directly.
+    An existing file keeps its mode. A device or a pipe is written directly.
     """
     if os.path.exists(path) and not os.path.isfile(path):
         with open(path, "wb") as stream:
@@ -324,7 +324,7 @@ def say(text):
 
 
 def parse_arguments():
-    """Returns the options; ends with status 2 for a wrong command line."""
+    """Returns the options; exits with status 2 if the command line is wrong."""
     parser = argparse.ArgumentParser(description=(
         "Computes one table of means and deviations over many profiling logs."))
     parser.add_argument("--scheduler", metavar="ADDRESS",
@@ -361,7 +361,7 @@ def connect(scheduler):
     except ImportError as error:
         raise OSError(f"{error}; install python3-distributed, and run"
                       " /usr/bin/python3 fleet.py") from error
-    logging.disable()  # main() prints what went wrong
+    logging.disable()  # main() prints the errors
     if scheduler is None:
         return Client(n_workers=CPU_COUNT, threads_per_worker=1,
                       dashboard_address="127.0.0.1:0", silence_logs=logging.CRITICAL)

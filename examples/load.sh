@@ -12,7 +12,7 @@ folder=$(dirname -- "$database")
 rows=$(mktemp)
 trap 'rm -f "$rows"' EXIT
 
-# Options overrule the user's ~/.sqliterc.
+# Options override the user's ~/.sqliterc.
 run_sql() { sqlite3 -bail -noheader -list "$database"; }
 
 run_sql <<'END'
@@ -30,8 +30,8 @@ for log in "$@"; do
     echo "load.sh: $log is already in $database" >&2
     exit 1
   fi
-  # Columns without a type keep the texts as they are until "event" converts them. An
-  # empty field of a number becomes NULL.
+  # Columns without a type keep texts unchanged until "event" converts them. Empty
+  # numbers become NULL.
   run_sql <<END
 create temp table import (message, kind, graph_index, run, backend, timestamp, event,
   parent, level, position, name, type, value, unit, node_id);

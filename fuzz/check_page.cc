@@ -18,13 +18,13 @@
 namespace lumo {
 namespace {
 
-void Check(bool holds) {
-  if (!holds) {
+void Check(bool condition) {
+  if (!condition) {
     std::abort();
   }
 }
 
-// Whether each "<" begins one of a page's own elements, and each "&" an entity.
+// Whether each "<" begins an element that pages have, and each "&" an entity.
 bool IsOwnMarkup(const std::string& html) {
   constexpr std::string_view kElements[] = {
       "h1>",      "h2>",     "p>",       "p class=\"note\">",
@@ -70,7 +70,7 @@ void CheckPage(const std::vector<std::uint8_t>& log, std::int32_t num_warmup) {
   const ComparedLog before = MakeLog(log);
   if (before.groups.inference_count == 0 ||
       !before.groups.graph_error.empty()) {
-    return;  // as LoadComparedLog() rejects it
+    return;  // LoadComparedLog() rejects such a log
   }
   for (const ComparedLog* after :
        {static_cast<const ComparedLog*>(nullptr), &before}) {

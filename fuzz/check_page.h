@@ -1,4 +1,4 @@
-// Checks a page of an arbitrary log.
+// Checks the page of an arbitrary log.
 
 #ifndef LUMO_FUZZ_CHECK_PAGE_H_
 #define LUMO_FUZZ_CHECK_PAGE_H_
@@ -8,9 +8,9 @@
 
 namespace lumo {
 
-// Makes the page of a log that is well-formed, alone or compared with itself,
-// and aborts if a text of the log could be markup in it, or if its data is not
-// JSON.
+// Writes the page of a well-formed log, alone and compared with itself. Aborts
+// if a text of the log could be markup on the page, or if the page's data is
+// not JSON.
 void CheckPage(const std::vector<std::uint8_t>& log, std::int32_t num_warmup);
 
 }  // namespace lumo

@@ -1,7 +1,7 @@
-// Fuzz target: a whole run of the viewer on an arbitrary log, the table of its
-// events, its page, and its comparison with itself and with a log that differs
-// in one byte. The last two bytes are also the viewer's options, -128 to 127
-// each, and the two before them say which byte differs.
+// Fuzz target: for an arbitrary log, runs the viewer, exports the table, writes
+// the page, and compares the log with itself and with a copy in which one byte
+// differs. The last two bytes are also the options of the viewer, -128 to 127
+// each, and the two bytes before them choose the byte that differs.
 
 #include <cstddef>
 #include <cstdint>
@@ -49,15 +49,14 @@ void Compare(const ProfilingLog& before, const ProfilingLog& after,
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  // A few bytes can refer to the same tables a million times. A good log of
-  // many tables is skipped: it is handled like any other, but slows the search
-  // down.
+  // A few bytes can refer to the same tables a million times. Valid logs with
+  // many tables are skipped, because they slow down the search.
   constexpr flatbuffers::uoffset_t kMaxDepth = 64;
   constexpr flatbuffers::uoffset_t kMaxTables = 2000;
   flatbuffers::Verifier small(data, size, kMaxDepth, kMaxTables);
   flatbuffers::Verifier any(data, size);
-  const bool is_good = lumo::VerifyProfilingLogBuffer(any);
-  if (is_good && !lumo::VerifyProfilingLogBuffer(small)) {
+  const bool is_valid = lumo::VerifyProfilingLogBuffer(any);
+  if (is_valid && !lumo::VerifyProfilingLogBuffer(small)) {
     return 0;
   }
   const int topK = size < 2 ? 5 : static_cast<std::int8_t>(data[size - 2]);
@@ -65,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
       size < 2 ? 1 : static_cast<std::int8_t>(data[size - 1]);
   const std::vector<std::uint8_t> log(data, data + size);
   lumo::RunViewer(log, topK, num_warmup);
-  if (is_good) {
+  if (is_valid) {
     std::ostringstream table;
     const lumo::ProfilingLog& root = *lumo::GetProfilingLog(log.data());
     lumo::WriteEventTable(table, root);

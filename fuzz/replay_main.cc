@@ -1,4 +1,4 @@
-// Runs the fuzz target once on each of the files named on the command line.
+// Runs the fuzz target once for each file on the command line.
 
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
 int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const lumo::LogFile input = lumo::ReadLogFile(argv[i]);
-    // The last file named is to blame.
+    // If the target crashes, the last file printed is the cause.
     std::fprintf(stderr, "%s %s\n", argv[i], input.open_error.c_str());
     if (!input.open_error.empty()) {
       return EXIT_FAILURE;

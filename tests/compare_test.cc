@@ -1,4 +1,4 @@
-// The figures of a comparison, its tests, and the numbers of its command line.
+// The figures and tests of a comparison, and the numbers of its command line.
 
 #include <algorithm>
 #include <cstddef>
@@ -24,10 +24,10 @@
 namespace lumo {
 namespace {
 
-// The values are those that R 4.2 prints for
+// The expected values are the output of
 //   t.test(c(...), c(...))$p.value
-// with 12 digits. The means are exact as floats, so that nothing but the
-// rounding of the deviations tells the two apart.
+// in R 4.2 with 12 digits. The means are exact as floats, so that the results
+// differ only by the rounding of the deviations.
 TEST(WelchTest, GivesThePValuesOfR) {
   std::vector<float> steps_of_7(210);
   std::vector<float> steps_of_11(297);
@@ -58,7 +58,7 @@ TEST(WelchTest, GivesThePValuesOfR) {
        0.0213116411288},
       // t = -8.69, 499.39 degrees of freedom.
       {steps_of_7, steps_of_11, 5.06411700816e-17},
-      // R has no test for these: the rule is ours.
+      // R rejects constant values; this rule is our own.
       {{7, 7}, {7, 7, 7}, 1},
       {{7, 7}, {8, 8}, 0},
       {{0, 0}, {1e-38F, 1e-38F}, 0},
@@ -75,7 +75,7 @@ TEST(WelchTest, GivesThePValuesOfR) {
   }
 }
 
-// The values are those of R's p.adjust(c(...), "holm").
+// The expected values are the output of p.adjust(c(...), "holm") in R.
 TEST(AdjustByHolm, GivesTheValuesOfR) {
   const struct {
     std::vector<double> p_values;
@@ -116,7 +116,7 @@ Texts FiguresOfReport(const std::string& report) {
   std::istringstream lines(report);
   std::string kind = "finalize";
   std::string graph;
-  std::string list;  // that the line is in, if it is one of a summary
+  std::string list;  // the list of a summary that the line is in
   for (std::string line; std::getline(lines, line);) {
     const std::string text =
         line.substr(std::min(line.size(), line.find_first_not_of(' ')));
@@ -155,7 +155,8 @@ Numbers FiguresOfComparison(const std::vector<ComparedRuns>& all_runs,
   return numbers;
 }
 
-// Checks one log against its report, as the one before and as the one after.
+// Checks the figures of one log against its report, on both sides of a
+// comparison.
 void ExpectFiguresOfReport(const std::string& path, const std::string& other) {
   SCOPED_TRACE(path + " with " + other);
   std::string error;
@@ -169,7 +170,7 @@ void ExpectFiguresOfReport(const std::string& path, const std::string& other) {
       CompareSeries(other_log->series, log->series, 1, 99), &SeriesPair::after);
   EXPECT_EQ(before, after);
   const Texts reported = FiguresOfReport(RunViewer(log->log.bytes, 5, 1));
-  // The means and deviations of two execute events at least.
+  // At least the means and deviations of two execute events.
   EXPECT_GE(reported.size(), 4U);
   for (const auto& [key, text] : reported) {
     ASSERT_TRUE(before.contains(key)) << key;
@@ -191,7 +192,7 @@ TEST(Comparison, HasTheFiguresOfTheReport) {
   }
 }
 
-TEST(CommandLine, ReadsNumbersWholeOrNotAtAll) {
+TEST(CommandLine, RejectsNumbersWithOtherCharacters) {
   const struct {
     std::string text;
     std::optional<std::int32_t> whole;

@@ -1,4 +1,4 @@
-// Logs at and over the limits, and a small log that is damaged everywhere.
+// Logs at and over the limits, and a small log damaged at every bit.
 
 #include <cstddef>
 #include <cstdint>
@@ -21,7 +21,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using Events = std::vector<flatbuffers::Offset<ProfilingEvent>>;
 
-// Returns a log of one message with the events that `make_events` makes.
+// Returns a log of one message with the events that `make_events` returns.
 Bytes MakeLog(
     const std::function<Events(flatbuffers::FlatBufferBuilder*)>& make_events) {
   flatbuffers::FlatBufferBuilder builder;
@@ -34,7 +34,7 @@ Bytes MakeLog(
           builder.GetBufferPointer() + builder.GetSize()};
 }
 
-bool IsGood(const Bytes& log) {
+bool IsValid(const Bytes& log) {
   std::string error;
   return VerifyLog(log, &error) != nullptr;
 }
@@ -53,21 +53,21 @@ Bytes MakeTree(int levels) {
 }
 
 TEST(Limits, EventsNest62LevelsDeep) {
-  EXPECT_TRUE(IsGood(MakeTree(62)));
-  EXPECT_FALSE(IsGood(MakeTree(63)));
+  EXPECT_TRUE(IsValid(MakeTree(62)));
+  EXPECT_FALSE(IsValid(MakeTree(63)));
 }
 
 TEST(Limits, EveryVisitOfATableCounts) {
   for (const std::size_t tables : {1000000U, 1000001U}) {
     const Bytes log = MakeLog([=](flatbuffers::FlatBufferBuilder* builder) {
-      // The root and the message are two of them.
+      // The root and the message are two of the tables.
       return Events(tables - 2, ProfilingEventBuilder(*builder).Finish());
     });
-    EXPECT_EQ(IsGood(log), tables == 1000000U);
+    EXPECT_EQ(IsValid(log), tables == 1000000U);
   }
 }
 
-// In a hash set of as many numbers all of these would share a bucket, and
+// In a hash set of this size, all of these indices would share a bucket, and
 // counting them would take minutes.
 TEST(Limits, GraphIndicesMayBeChosenToCollide) {
   std::unordered_set<std::uint64_t> hash_set;
@@ -86,7 +86,7 @@ TEST(Limits, GraphIndicesMayBeChosenToCollide) {
   EXPECT_EQ(CountGraphs(log->messages()), 300000);
 }
 
-// A run ends with a report or with a line that says why there is none.
+// A run ends with either a report or an error line.
 void ExpectAnOutcome(const Bytes& log) {
   const std::string written = RunViewer(log, 2, 1);
   const bool rejected =

@@ -1,4 +1,4 @@
-// The whole log as text: what the library would make of it, and where it goes.
+// The whole log as text: the same text as FlatBuffers renders, and its file.
 
 #include <cstddef>
 #include <cstdint>
@@ -19,10 +19,10 @@
 namespace lumo {
 namespace {
 
-// The logs of all cases: both samples, every number that has a name, numbers
-// that have none, the largest numbers, and characters that are escaped.
-TEST(LogText, IsTheLibrarys) {
-  std::size_t good_logs = 0;
+// The logs of all cases: the samples, every number with a name, numbers without
+// a name, the largest numbers, and escaped characters.
+TEST(LogText, IsEqualToFlatBufferToString) {
+  std::size_t valid_logs = 0;
   for (const auto& entry :
        std::filesystem::recursive_directory_iterator(LUMO_CASE_LOGS)) {
     const std::vector<std::uint8_t> log = ReadLogFile(entry.path()).bytes;
@@ -32,10 +32,10 @@ TEST(LogText, IsTheLibrarys) {
           LogTextConverter().RenderLogText(log),
           flatbuffers::FlatBufferToString(log.data(), ProfilingLogTypeTable()))
           << entry.path();
-      ++good_logs;
+      ++valid_logs;
     }
   }
-  EXPECT_GT(good_logs, 40U);
+  EXPECT_GT(valid_logs, 40U);
 }
 
 TEST(LogText, IsWrittenAsOneLineOnRequest) {

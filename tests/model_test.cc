@@ -1,4 +1,4 @@
-// Statistics, top lists, node ids and names in messages, in tables.
+// Tables of cases for statistics, top lists, node ids and escaped names.
 
 #include <cmath>
 #include <cstdint>
@@ -20,7 +20,7 @@ namespace {
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
-// The same bits, or both not a number.
+// Whether both have the same value and sign, or both are NaN.
 bool IsSame(float a, float b) {
   return std::isnan(a) ? std::isnan(b)
                        : a == b && std::signbit(a) == std::signbit(b);
@@ -39,15 +39,16 @@ TEST(RunStatistics, FollowTheOrderAndPrecisionOfFloats) {
       {{5, 7}, 1, {5, 7, 0}},
       {{5, 7}, 2, {6, 0, -0.0F}},
       {{5, 7}, 0, {0, 6, std::sqrt(2.0F)}},
-      // A float's sum absorbs each 1; a wider or reordered one would not.
+      // A sum in single precision absorbs each 1; a wider or reordered sum
+      // would not.
       {{16777216, 1, 1, 1}, 0, {0, 4194304, 8388608}},
       {{1, 1, 16777216}, 2, {1, 16777216, 0}},
-      // Summed backwards or in double, these would be 4.9250002 and 2.8814058,
-      // the latter also if only its division were in double or a square and a
-      // sum were fused into one rounding.
+      // Summed backwards or in double precision, the mean would be 4.9250002
+      // and the deviation 2.8814058; the deviation also if only its division
+      // were in double precision or a square and a sum were fused.
       {{6.8F, 3.8F, 7.7F, 1.4F}, 0, {0, 4.9249997F, 2.8814056F}},
-      // Compilers that vectorise four values at a time fuse only those left
-      // over. If the last three were, the deviation would be 3.4936674.
+      // Compilers that vectorize groups of four values fuse only the remaining
+      // ones. If the last three were fused, the deviation would be 3.4936674.
       {{4.5F, 8.2F, 9.4F, 1.5F, 7.3F, 0.8F, 2.1F},
        0,
        {0, 4.8285708F, 3.4936678F}},
@@ -55,7 +56,7 @@ TEST(RunStatistics, FollowTheOrderAndPrecisionOfFloats) {
       {{inf, inf}, 0, {0, inf, kNaN}},
   };
   for (const auto& test : kCases) {
-    // A longer series before it, so that the list is not one of single runs.
+    // A longer first series, so that the statistics are not omitted.
     const std::vector<EventSeriesMap> series = {
         {}, {{{0, "a"}, {"us", {1, 1, 1}}}, {{1, "a"}, {"us", test.values}}}};
     std::vector<StatisticsMap> statistics;
@@ -110,7 +111,7 @@ TEST(TopOps, TiesFollowTheHeap) {
   }
 }
 
-TEST(NodeId, IsTheFirstRunOfDigitsBehindThePrefix) {
+TEST(NodeId, IsTheFirstRunOfDigitsAfterThePrefix) {
   const struct {
     std::string name;
     std::int32_t want;

@@ -1,8 +1,8 @@
-"""Opens pages in a headless browser and checks what a person sees.
+"""Tests pages in a headless browser.
 
   page_test.py BUILD_DIR FLATC SCHEMA
 
-BUILD_DIR has the programs, the samples and the logs of the tests' cases.
+BUILD_DIR has the programs, the sample logs and the logs of the test cases.
 """
 
 import base64
@@ -33,12 +33,12 @@ def run(program, *args):
 
 
 def to_float(text):
-    """A figure of the comparison's rows, which has single precision."""
+    """Returns a figure of the comparison in single precision."""
     return struct.unpack("f", struct.pack("f", float(text)))[0]
 
 
 def escape(name):
-    """A name as messages and pages write it."""
+    """Returns a name as it is escaped in messages and on pages."""
     special = {"\\": "\\\\", "\n": "\\n", "\t": "\\t"}
     return "".join(special.get(c, f"\\x{ord(c):02x}" if c < " " or c == "\x7f" else c)
                    for c in name)
@@ -51,7 +51,7 @@ class PageTest(unittest.TestCase):
         os.chdir(cls.work)
         for name in ("basic", "detailed", "tuned"):
             shutil.copy(f"{BUILD}/samples/{name}.bin", ".")
-        # The name of a file can be hostile too.
+        # Names of files may contain markup, too.
         cls.hostile = ["<img src=x onerror=window.hacked=1>.bin", "\"'&amp;.bin"]
         for side, name in zip(("before", "after"), cls.hostile):
             shutil.copy(f"{BUILD}/tests/logs/page_two_logs/{side}.bin", name)
@@ -69,7 +69,7 @@ class PageTest(unittest.TestCase):
                                        options=options)
         cls.js = cls.browser.execute_script
         cls.browser.get("about:blank")
-        cls.browser.get_log("performance")  # the browser's first page
+        cls.browser.get_log("performance")  # drop the entries of about:blank
 
     @classmethod
     def tearDownClass(cls):
@@ -78,7 +78,7 @@ class PageTest(unittest.TestCase):
 
     @classmethod
     def make_large_log(cls):
-        """1,500 runs of 300 operations, one with 1,001 details in the run shown."""
+        """Writes a log with 1,500 runs, 300 operations and 1,001 details of one."""
         def message(n):
             nodes = [{"name": f"node_id_{i}:Op", "type": 404, "unit": 3, "value": 5 * i,
                       "sub_events": [{}] * (1001 if n == 1 and i == 299 else 0)}
@@ -95,7 +95,7 @@ class PageTest(unittest.TestCase):
         self.cdp("Emulation.clearDeviceMetricsOverride")
 
     def tearDown(self):
-        """Nothing is requested but the page, and the console stays empty."""
+        """Checks that only the page was requested and that the console is empty."""
         for entry in self.browser.get_log("performance"):
             event = json.loads(entry["message"])["message"]
             if event["method"] == "Network.requestWillBeSent":
@@ -122,7 +122,7 @@ class PageTest(unittest.TestCase):
         return self.browser.find_elements(By.CSS_SELECTOR, selector)
 
     def tables(self):
-        """The texts of the visible tables, cell by cell, without bars and details."""
+        """Returns the texts of the visible tables by cell, without bars and details."""
         return self.js("""
             return [...document.querySelectorAll("table.series")]
                 .filter((table) => table.offsetHeight > 0).map((table) =>
@@ -132,7 +132,7 @@ class PageTest(unittest.TestCase):
                 .map((cell) => cell.innerText)));""")
 
     def graphs(self):
-        """The visible tables of each graph, which is chosen in turn."""
+        """Chooses each graph in turn and yields its tables."""
         for option in self.all("#graph option"):
             self.choose_graph(option.get_attribute("value"))
             yield option.get_attribute("value"), self.tables()
@@ -143,7 +143,7 @@ class PageTest(unittest.TestCase):
                 "choice.dispatchEvent(new Event('change'))", graph)
 
     def expected(self, logs):
-        """The same tables from the comparison, and shares from the report."""
+        """Yields the expected tables: the comparison, with the shares of the report."""
         rows = csv.DictReader(io.StringIO(
             run("lumo-profile-compare", "--csv", logs[0], logs[-1]), newline=""))
         shares = []
@@ -284,7 +284,7 @@ class PageTest(unittest.TestCase):
                        "(set) => set.data.map((point) => [point.x, point.y]))")
 
     def values(self, log, row):
-        """What the export has for a row of a table, run by run."""
+        """Returns the values of an event for each run, as exported."""
         rows = csv.DictReader(io.StringIO(
             run("lumo-profile-export", "--input_profile_data", log)))
         return [[int(event["run"]), int(event["value"])] for event in rows
@@ -334,7 +334,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(len(self.all("tr.chosen + tr > .details")), 1)
 
     def point_at(self, k):
-        """Moves the mouse to a run of the chart; returns the tooltip's texts."""
+        """Moves the mouse to a run of the chart and returns the texts of the tooltip."""
         x, y = self.js("""
             window.scrollTo(0, 0);
             const chart = Chart.getChart("chart");
@@ -347,7 +347,7 @@ class PageTest(unittest.TestCase):
                        "return tooltip.opacity === 0 ? null : [tooltip.title,"
                        "tooltip.body.flatMap((part) => part.lines)]")
 
-    def test_warm_up_is_shaded_and_zoomed_out_of(self):
+    def test_warm_up_is_shaded_and_can_be_hidden(self):
         self.open("detailed.bin")
         is_shaded = """
             const chart = Chart.getChart("chart");
@@ -364,7 +364,7 @@ class PageTest(unittest.TestCase):
         self.all("#zoom")[0].click()
         self.assertEqual(self.js("return Chart.getChart('chart').scales.x.min"), 0.5)
 
-    def test_the_policy_refuses_what_slips_through(self):
+    def test_policy_blocks_injected_markup(self):
         self.open("detailed.bin")
         planted = ("<main><script>window.hacked = 1</script>"
                    "<img src=x onerror=window.hacked=1>"
@@ -416,7 +416,7 @@ class PageTest(unittest.TestCase):
                              self.color("--before"))
         self.assertEqual(len(set(papers)), 2)
 
-        # Paper is light, also for those who read in the dark; nothing is left out.
+        # A printed page is light, even with a dark color scheme, and complete.
         self.cdp("Emulation.clearDeviceMetricsOverride")
         self.open("large.bin")
         self.cdp("Emulation.setEmulatedMedia", media="print", features=[
@@ -444,7 +444,7 @@ class PageTest(unittest.TestCase):
         dark, light = sorted(luminance(self.color(name)) for name in names)
         return (light + 0.05) / (dark + 0.05)
 
-    def test_a_screen_reader_finds_its_way(self):
+    def test_accessibility(self):
         self.open("tuned.bin", "basic.bin")
         for selector, problem in (
                 ("th:not([scope])", "a heading without a scope"),

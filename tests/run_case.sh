@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
-# Runs a program on one case and compares everything it leaves behind.
+# Runs a program on one test case and compares its output, exit status and files.
 #
 #   run_case.sh PROGRAM FLATC SCHEMA CASE
 #
-# CASE is a folder with args.txt, one argument a line, and what of these it needs:
-# the logs, which are NAME.json, made NAME.bin in the folder that the program runs in,
-# or NAME.bin itself, and what must come out: stdout.txt, stderr.txt (if absent:
-# nothing), status.txt (0), report.txt and table.csv (no file of that name). Of a
-# page.html, what is made from the logs must be page.txt. The program runs with an
-# empty environment and under its own name, which getopt_long() puts into messages.
+# CASE is a folder with these files:
+#   args.txt                the arguments, one per line
+#   NAME.json or NAME.bin   a log; the program runs in a folder with NAME.bin
+#   stdout.txt, stderr.txt  the expected output; if omitted, none
+#   status.txt              the expected exit status; if omitted, 0
+#   report.txt, table.csv   the expected file; if omitted, no such file
+#   page.txt                the expected parts of page.html that depend on the logs
+# The program runs with an empty environment and under its own name, which getopt_long()
+# puts into messages.
 set -euo pipefail
 program=$(realpath "$1") flatc=$2 schema=$3 case=$4
 
@@ -34,7 +37,7 @@ status=0
 (cd "$work/run" && exec -c -a "${program##*/}" "$program" "${args[@]}") \
   >"$work/got/stdout.txt" 2>"$work/got/stderr.txt" </dev/null || status=$?
 echo "$status" >"$work/got/status.txt"
-mv "$work/run"/{report.txt,table.csv} "$work/got/" 2>/dev/null || true  # what there is
+mv "$work/run"/{report.txt,table.csv} "$work/got/" 2>/dev/null || true  # if written
 [ ! -f "$work/run/page.html" ] ||
   sed -n '/^<title>/p; /^<header>/,/^<\/header>/p; /^<noscript>/,/^]}/p' \
     "$work/run/page.html" >"$work/got/page.txt"

@@ -1,4 +1,4 @@
-// Runs the viewer with strings for its two streams.
+// Runs the viewer with string streams as its output.
 
 #include "run_viewer.h"
 

@@ -1,4 +1,4 @@
-// A whole run of the viewer in this process, on bytes instead of a file.
+// Runs the viewer in this process, on bytes instead of a file.
 
 #ifndef LUMO_TESTS_RUN_VIEWER_H_
 #define LUMO_TESTS_RUN_VIEWER_H_
@@ -9,10 +9,9 @@
 
 namespace lumo {
 
-// Runs every step after the command line and returns what they wrote for
-// standard output: the report or the line that says why there is none, a
-// warning before either. `log` should have no spare capacity, so that a
-// sanitizer sees a read past its end.
+// Runs every step after the command line and returns their standard output: the
+// report or an error line, possibly after a warning. `log` should have no spare
+// capacity, so that a sanitizer detects a read past its end.
 std::string RunViewer(std::vector<std::uint8_t> log, std::int32_t topK,
                       std::int32_t num_warmup);
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Runs both programs with less memory than they need, up to enough in small steps. Each
-# run either writes the whole report or table, or fails and leaves an older one as it
-# was. The report is longer than the room that is reserved for it, so that its growth is
-# among what fails. The first whole run shows how much memory was needed.
+# Runs the viewer and the export with too little memory, then with more in small steps.
+# Each run must either write the whole report or table, or fail and leave an older file
+# unchanged. The report is longer than the room reserved for it, so that its growth fails,
+# too. The first complete run shows how much memory was needed.
 #
 #   short_memory.sh VIEWER FLATC SCHEMA
 set -Eeuo pipefail
@@ -25,13 +25,13 @@ awk 'BEGIN {
 "$flatc" -b "$schema" log.json
 
 # with LIMIT COMMAND...: runs the command with that many kilobytes of address space.
-# The shell that says on standard error what became of it is silenced.
+# The message of the shell about an aborted command is dropped.
 with() {
   { (ulimit -v "$1" && exec "${@:2}" >out.txt 2>&1); } 2>/dev/null
 }
 
-# climb HALVES PROGRAM: raises the limit from what --help needs. A whole run may need
-# HALVES times half the size of the log more.
+# climb HALVES PROGRAM: raises the limit, starting with the memory that --help needs. A
+# complete run may need at most HALVES times half the size of the log more.
 climb() {
   local run=("$2" --input_profile_data log.bin) passed=0 base=1000 needed
   "${run[@]}" --output whole.txt >/dev/null
@@ -41,7 +41,7 @@ climb() {
     echo older >file.txt
     if with "$limit" "${run[@]}" --output file.txt; then cmp file.txt whole.txt
     else passed=-1 && [ "$(cat file.txt)" = older ]; fi
-    # Of a run that failed there are an echo and a line about the failure at most.
+    # A failed run prints the accepted option and one line about the failure at most.
     if with "$limit" "${run[@]}"; then cmp out.txt whole_out.txt
     else passed=-1 && [ "$(wc -l <out.txt)" -le 3 ]; fi
     [ $((++passed)) != 1 ] || needed=$((limit - base))

@@ -1,4 +1,4 @@
-// A log that takes part in a comparison.
+// One of the logs of a comparison.
 
 #ifndef LUMO_COMPARE_COMPARED_LOG_H_
 #define LUMO_COMPARE_COMPARED_LOG_H_
@@ -12,7 +12,7 @@
 
 namespace lumo {
 
-// A log with its messages in groups and its series. It may be moved; a copy
+// A log with its grouped messages and its series. It may be moved; a copy
 // refers to the original.
 struct ComparedLog {
   Log log;
@@ -21,8 +21,8 @@ struct ComparedLog {
 };
 
 // Returns the log at `path`. Returns nothing, with a message that names the
-// path in `error`, if LoadLog() does, if the log has no execute run, or if one
-// of its runs belongs to no graph.
+// path in `error`, if LoadLog() fails, if the log has no execute run, or if the
+// graph of a run is out of range.
 std::optional<ComparedLog> LoadComparedLog(const std::string& path,
                                            std::string* error);
 

@@ -26,12 +26,12 @@ struct Name {
   }
 };
 
-// A series of one log, with what the series of a pair agree in.
+// A series of one log, with the properties that a pair must agree in.
 struct Candidate {
   std::string_view unit;
   Name name;
   std::int32_t occurrence;
-  // Its place in the log's order.
+  // Its position in the order of the log.
   std::size_t place;
   const EventSeriesMap::value_type* series;
 };
@@ -63,9 +63,8 @@ std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
   return candidates;
 }
 
-// A pair and what decides on its place: first the group, then, within the
-// operations that both logs have, the difference of the means, then the place
-// in the log's order.
+// A pair and its sort key: the group, then, for operations of both logs, the
+// difference of the means, then the position in the order of the log.
 struct PlacedPair {
   int group;
   double difference;
@@ -88,12 +87,12 @@ void SetDifference(PlacedPair* placed) {
     pair.change_percent = difference / mean_before * 100.0;
   }
   if (pair.level == Level::kOperation) {
-    // Pairs without two means come last.
+    // Pairs with a missing mean come last.
     placed->difference = has_means ? std::abs(difference) : -1.0;
   }
 }
 
-// Returns the pair of two series, of which one may be null.
+// Returns the pair of two series. One of them may be null.
 PlacedPair MakePair(Level level, const Candidate* before,
                     const Candidate* after, std::int32_t num_warmup) {
   const Candidate& one = before != nullptr ? *before : *after;
@@ -144,7 +143,7 @@ void AppendPairs(Level level, const EventSeriesMap& before,
   }
 }
 
-// Returns the element of graph `graph`, which is empty if the log has fewer
+// Returns the element of graph `graph`, or an empty one if the log has fewer
 // graphs.
 const EventSeriesMap& SeriesOf(const std::vector<EventSeriesMap>& series,
                                std::size_t graph) {

@@ -1,5 +1,4 @@
-// Two logs side by side: which series belong together, their figures, and
-// whether they differ.
+// Compares two logs: pairs of series, their figures, and whether they differ.
 
 #ifndef LUMO_COMPARE_COMPARISON_H_
 #define LUMO_COMPARE_COMPARISON_H_
@@ -15,25 +14,26 @@
 
 namespace lumo {
 
-// How sure to be of a difference, in percent, if nobody says otherwise.
+// The default confidence, in percent.
 inline constexpr double kDefaultConfidence = 99.0;
 
 // The series of one log, and how many runs each graph has. Element g of each
 // list belongs to graph g.
 struct LogSeries {
-  // For each kind of run, at the number of the RunKind: the top-level events in
-  // every unit, and the runs of each graph.
+  // Indexed by RunKind: the top-level events in every unit, and the number of
+  // runs of each graph.
   std::vector<EventSeriesMap> events[2];
   std::vector<std::int32_t> run_counts[2];
   // The operations of the execute runs.
   std::vector<EventSeriesMap> operations;
 };
 
-// Returns the series of a log with these messages, every one of which must
-// belong to a graph. Names point into the log.
+// Returns the series of a log with these messages. The graph of every run must
+// be in range. Names point into the log.
 LogSeries CollectLogSeries(const MessageGroups& groups);
 
-// A top-level event, or an operation: a node event directly below one.
+// A top-level event, or an operation: a node event directly under a top-level
+// event.
 enum class Level { kEvent, kOperation };
 
 enum class Verdict {
@@ -47,19 +47,19 @@ enum class Verdict {
   kOnlyAfter,
 };
 
-// A series that both logs have, or one of them. At least one side exists.
+// A series of both logs or of one. At least one side exists.
 struct SeriesPair {
   Level level;
   std::string_view name;
-  // Which it is, from 0, among the series of its graph, kind, level, unit and
-  // name, in the order of their keys.
+  // Its ordinal, from 0, among the series with the same graph, kind, level,
+  // unit and name, in the order of their keys.
   std::int32_t occurrence;
-  // That of the first value, see UnitText().
+  // The unit of the first value, see UnitText().
   std::string_view unit;
   std::optional<Figures> before;
   std::optional<Figures> after;
-  // The change of the mean in percent of the mean before. Nothing if there are
-  // no two means or the mean before is 0.
+  // The change of the mean in percent of the mean before. Nothing if a mean is
+  // missing or the mean before is 0.
   std::optional<double> change_percent;
   // The p-value of Welch's t test, adjusted for the number of all tests.
   // Nothing if the pair was not tested.
@@ -73,20 +73,20 @@ struct ComparedRuns {
   std::int32_t graph;
   std::int32_t runs_before;
   std::int32_t runs_after;
-  // Pairs of events in the order of the log before; pairs of operations by the
-  // size of the difference of the means, largest first; then the series that
-  // only the log before has, and those that only the log after has, both in
-  // their log's order, events before operations. Ties keep the log's order.
+  // Pairs of events in the order of the first log; pairs of operations by the
+  // difference of their means, largest first; the series that only the first
+  // log has; and those that only the second log has, each in the order of its
+  // log, events before operations. Ties are in the order of the log.
   std::vector<SeriesPair> pairs;
 };
 
 // Compares the series of two logs. The figures exclude the first `num_warmup`
-// values, from 0, of a series of several; a difference is significant if its
-// adjusted p-value is below 1 - `confidence` / 100, with a confidence above 0
-// and below 100.
+// values, 0 or more, of a series of several. A difference is significant
+// if its adjusted p-value is below 1 - `confidence` / 100; the confidence must
+// be above 0 and below 100.
 //
 // Returns the finalize runs of all graphs, then the execute runs of all graphs,
-// without those that have no series. It refers to both arguments.
+// without those that have no series. The result refers to both arguments.
 std::vector<ComparedRuns> CompareSeries(const LogSeries& before,
                                         const LogSeries& after,
                                         std::int32_t num_warmup,

@@ -11,7 +11,7 @@
 namespace lumo {
 namespace {
 
-// The digits of a percentage from the command line: as many as a double keeps.
+// The digits of a percentage from the command line: as many as a double has.
 constexpr int kAsGiven = 15;
 
 bool IsDifferent(const SeriesPair& pair) {
@@ -23,7 +23,7 @@ bool IsDifferent(const SeriesPair& pair) {
 constexpr std::size_t kColumns = 9;
 using Cells = std::array<std::string, kColumns>;
 
-// "~" says that no difference is proven, as quietly as it can be said.
+// "~" means that no difference is proven.
 std::string VerdictCell(Verdict verdict) {
   switch (verdict) {
     case Verdict::kHigher:
@@ -69,7 +69,7 @@ Cells MakeCells(const SeriesPair& pair) {
 const Cells kHeadings = {"n",     "before", "stdev", "n",      "after",
                          "stdev", "change", "p",     "verdict"};
 
-// How wide the columns of one block are.
+// The widths of the columns of one block.
 struct Widths {
   std::array<std::size_t, kColumns> cells;
   std::size_t unit;
@@ -107,7 +107,7 @@ std::string JoinCells(const Widths& widths, const Cells& cells,
   return line;
 }
 
-// What a pair is listed under.
+// The heading that a pair is listed under.
 std::string_view SectionOf(const SeriesPair& pair) {
   if (pair.verdict == Verdict::kOnlyBefore) {
     return "Only before";
@@ -119,7 +119,7 @@ std::string_view SectionOf(const SeriesPair& pair) {
                                      : "Operations, largest change first";
 }
 
-// The beginning of the terminal's sequence for bold and red or green.
+// The terminal's escape sequence for bold and red or green.
 std::string_view ColorOf(Verdict verdict) {
   return verdict == Verdict::kHigher ? "\033[1;31m" : "\033[1;32m";
 }

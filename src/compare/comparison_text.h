@@ -1,4 +1,4 @@
-// A comparison as text for people.
+// A comparison as text.
 
 #ifndef LUMO_COMPARE_COMPARISON_TEXT_H_
 #define LUMO_COMPARE_COMPARISON_TEXT_H_
@@ -14,7 +14,7 @@
 
 namespace lumo {
 
-// What a comparison was made of and how.
+// The logs and options of a comparison.
 struct ComparisonSettings {
   // The paths of the two logs.
   std::string before;
@@ -34,23 +34,23 @@ std::string_view RunKindText(RunKind kind);
 // "only_after".
 std::string_view VerdictText(Verdict verdict);
 
-// Returns how many pairs there are and how many of them differ, such as "19
-// pairs compared, 5 differ (17 tested, 99% confidence)".
+// Returns the numbers of pairs, differences and tests, such as "19 pairs
+// compared, 5 differ (17 tested, 99% confidence)".
 std::string CountsText(const std::vector<ComparedRuns>& all_runs,
                        double confidence);
 
 // Writes a block for each element of `all_runs` and a last line with
-// CountsText(). Figures have two decimals and stand before the names, which
-// are escaped as Printable() does it. With `in_color`, lines of pairs that
-// differ have the colors of a terminal. Stops after a failed write.
+// CountsText(). Figures have two decimals; names come last in a line and are
+// escaped with Printable(). With `in_color`, lines of pairs that differ have
+// the colors of a terminal. Stops after a failed write.
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color);
 
-// Returns a line about the pair in microseconds or cycles that rose most, of
-// those with the verdict kHigher that rose by more than `max_slowdown` percent,
-// such as "graph 0, execute, operation [Conv]: 9.26% higher, more than 5%".
-// Returns nothing if there is none. A rise from 0 exceeds every percentage.
+// Of the pairs in microseconds or cycles with the verdict kHigher that rose by
+// more than `max_slowdown` percent, describes the one that rose most, such as
+// "graph 0, execute, operation [Conv]: 9.26% higher, more than 5%". Returns
+// nothing if there is none. A rise from 0 exceeds every percentage.
 std::optional<std::string> DescribeWorstSlowdown(
     const std::vector<ComparedRuns>& all_runs, double max_slowdown);
 

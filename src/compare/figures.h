@@ -1,4 +1,4 @@
-// The figures of a series, and the test whether those of two differ.
+// The figures of a series, and the test of whether two series differ.
 
 #ifndef LUMO_COMPARE_FIGURES_H_
 #define LUMO_COMPARE_FIGURES_H_
@@ -10,36 +10,37 @@
 
 namespace lumo {
 
-// One series of one log.
+// The figures of one series of one log.
 struct Figures {
-  // Its key and all its values, in the log's order; points into a LogSeries.
+  // Its key and all its values, in the order of the log; points into a
+  // LogSeries.
   const EventSeriesMap::value_type* series;
-  // How many values the figures are computed from: those after the warm-up, or
-  // the only one.
+  // The number of values that the figures are computed from: those after the
+  // warm-up, or the only one.
   std::int32_t n;
-  // Mean() and SampleDeviation() of these values. Without a meaning if n is 0.
+  // Mean() and SampleDeviation() of these values. Undefined if n is 0.
   float mean;
   float stdev;
 };
 
-// Returns the figures of a series, without the first `num_warmup` values, from
-// 0, unless it has only one. They refer to the series.
+// Returns the figures of a series without its first `num_warmup` values, 0 or
+// more. A series of a single value keeps it. The figures refer to the series.
 Figures ComputeFigures(const EventSeriesMap::value_type& series,
                        std::int32_t num_warmup);
 
-// Returns the p-value of Welch's t test, two-sided, for the means of two
-// samples: the probability of a difference as large as theirs if there is none.
-// Both must have n >= 2 and a finite deviation. If both deviations are 0 it is
-// 1 for equal means and 0 for others.
+// Returns the p-value of Welch's two-sided t test for the means of two samples:
+// the probability of a difference at least this large if the means are equal.
+// Both must have n >= 2 and a finite deviation. If both deviations are 0, it is
+// 1 for equal means and 0 otherwise.
 //
 // t = (mean1 - mean2) / sqrt(v1 + v2) with v = stdev^2 / n, and the degrees of
 // freedom by Welch and Satterthwaite, (v1 + v2)^2 / (v1^2 / (n1 - 1) +
-// v2^2 / (n2 - 1)), in double precision from the figures as they are.
+// v2^2 / (n2 - 1)), computed in double precision from the figures.
 double WelchTest(const Figures& before, const Figures& after);
 
-// Replaces p-values by those adjusted by Holm's method: the i-th smallest of m,
-// from 0, is multiplied by m - i, is at least the adjusted one before it, and
-// at most 1. The order of `p_values` stays.
+// Adjusts p-values by Holm's method: the i-th smallest of m, from 0, is
+// multiplied by m - i, raised to the adjusted p-value before it if that is
+// larger, and limited to 1. The order of `p_values` does not change.
 void AdjustByHolm(std::vector<double>* p_values);
 
 }  // namespace lumo

@@ -1,5 +1,5 @@
-// lumo-profile-compare: sets the profiling logs of before and after a change
-// side by side and tests which differences are significant.
+// lumo-profile-compare: compares two profiling logs and tests which differences
+// are significant.
 
 #include <cstdint>
 #include <cstdlib>
@@ -28,7 +28,8 @@ constexpr lumo::Program kProgram = {
     "\n"
     "  --num_warmup W          runs to exclude as warm-up; default: 1\n"
     "  --confidence PERCENT    confidence level of the test; default: 99\n"
-    "  --max_slowdown PERCENT  exit with status 3 if a time or a number of cycles\n"
+    "  --max_slowdown PERCENT  exit with status 3 if a time or a number of "
+    "cycles\n"
     "                          rises significantly and by more than this\n"
     "  --csv                   write comma-separated rows for other programs\n"
     "  --output FILE           where the text goes; default: standard output\n"
@@ -47,8 +48,7 @@ struct Options {
   std::string after;
 };
 
-// Sets `options`. Returns the status to end with, or nothing if the run goes
-// on.
+// Sets `options`. Returns the exit status, or nothing if the run continues.
 std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
   std::optional<std::string> num_warmup;
   std::optional<std::string> confidence;
@@ -94,8 +94,7 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
   return std::nullopt;
 }
 
-// Returns whether lines may be colored: if people see them, and did not ask
-// for plain ones.
+// Returns whether to color lines: on a terminal, unless NO_COLOR is set.
 bool IsColorful(const std::string& output) {
   const char* const no_color = std::getenv("NO_COLOR");
   return output.empty() && isatty(STDOUT_FILENO) == 1 &&

@@ -21,7 +21,7 @@ constexpr std::string_view kColumns =
     "message,kind,graph_index,run,backend,timestamp,event,parent,level,"
     "position,name,type,value,unit,node_id\n";
 
-// The name of the number in the schema, or the number.
+// Appends the name of the type or, if it has none, its number.
 void AppendType(ProfileEventType type, std::string* row) {
   const std::string_view name = EnumNameProfileEventType(type);
   if (name.empty()) {
@@ -31,21 +31,21 @@ void AppendType(ProfileEventType type, std::string* row) {
   }
 }
 
-// What the rows of one message share, and how far the table is.
+// State shared by the rows of one message.
 struct Table {
   std::ostream& stream;
   // The columns before `event`, each with its comma.
   std::string message_columns;
-  // The number of rows written: the number of the next event.
+  // The number of rows written, which is the number of the next event.
   std::uint64_t rows = 0;
-  // The row that is being composed, which goes out in one piece: a sixth of a
-  // whole run less than column by column.
+  // The current row. Writing it in one piece saves a sixth of a whole run over
+  // writing each column.
   std::string row;
 };
 
-// Writes the rows of `events`, which may be null, and of all below them.
-// `parent` is the number of the event that they are in; empty at the top level,
-// which is level 0.
+// Writes the rows of `events`, which may be null, and of their sub-events.
+// `parent` is the number of the enclosing event; empty at the top level, which
+// is level 0.
 void WriteEvents(const EventVector* events, const std::string& parent,
                  int level, Table* table) {
   const std::size_t size = flatbuffers::VectorLength(events);
@@ -78,8 +78,8 @@ void WriteEvents(const EventVector* events, const std::string& parent,
 void WriteEventTable(std::ostream& stream, const ProfilingLog& log) {
   stream << kColumns;
   const MessageGroups groups = GroupMessages(log);
-  // The messages of each graph so far, of the kind that is at hand. A tree,
-  // because a log can choose graph indices that all collide in a hash table.
+  // The number of messages of the current kind so far, by graph. A tree,
+  // because a log could choose graph indices that all collide in a hash table.
   std::map<std::uint64_t, std::uint64_t> runs;
   Table table = {stream, "", 0, ""};
   const auto size =

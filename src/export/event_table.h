@@ -11,10 +11,10 @@ namespace lumo {
 
 // Writes the events of the verified log `log` as comma-separated rows, after a
 // row with the names of the columns. There is a row for each event at every
-// level, in the order of the log, an event before its sub-events; each row ends
-// with "\n". A log without events gives the names alone.
+// level, in the order of the log, each event before its sub-events; rows end
+// with "\n". For a log without events, only the names are written.
 //
-// A failed write shows in the state of `stream`; no rows are composed after it.
+// A failed write sets the state of `stream` and ends the table.
 void WriteEventTable(std::ostream& stream, const ProfilingLog& log);
 
 }  // namespace lumo

@@ -9,8 +9,8 @@
 namespace lumo {
 namespace {
 
-// Returns `bytes` with U+FFFD for what is not UTF-8, by way of a JSON text,
-// whose writer replaces it.
+// Returns `bytes` with bytes that are not UTF-8 replaced by U+FFFD, which the
+// JSON library does when it writes a string.
 std::string ReplaceInvalid(std::string_view bytes) {
   using nlohmann::json;
   const std::string text =
@@ -41,8 +41,8 @@ std::string EscapeDirections(std::string_view text) {
   return escaped;
 }
 
-// Returns how many of the first bytes of a text are shown. A character that
-// would be cut, which has three more bytes at most, is left out.
+// Returns how many bytes of a text are shown. A character of up to four bytes
+// that would be truncated is omitted.
 std::size_t ShownSize(std::string_view bytes) {
   constexpr std::size_t kMostBytes = 1000;
   if (bytes.size() <= kMostBytes) {

@@ -1,4 +1,4 @@
-// Text from a log inside a page.
+// Text from a log on a page.
 
 #ifndef LUMO_PAGE_DISPLAY_TEXT_H_
 #define LUMO_PAGE_DISPLAY_TEXT_H_
@@ -16,8 +16,8 @@ struct DisplayText {
   // Of more than 1,000 bytes only the first are taken, up to the end of a
   // character, with "..." after them.
   std::string text;
-  // What a reader must know about it: "not valid UTF-8", "the first 1000 of
-  // 5000 bytes", both, or "empty". Usually nothing.
+  // A note about the text: "not valid UTF-8", "the first 1000 of 5000 bytes",
+  // both, or "empty". Usually there is none.
   std::string note;
 };
 
@@ -26,17 +26,15 @@ DisplayText MakeDisplayText(std::string_view bytes);
 // Returns the display text with its note, if any, in parentheses.
 std::string NotedText(std::string_view bytes);
 
-// Returns `text` with the characters that have a meaning in HTML, in text and
-// in quoted attributes alike, written as entities.
+// Returns `text` escaped for HTML, in text and in quoted attributes.
 std::string EscapeHtml(std::string_view text);
 
-// Returns a text from a log as HTML: its display text, kept apart from the text
-// around it, because it may have another direction, and its note.
+// Returns a text from a log as HTML: its display text, isolated from the text
+// around it in case it has another direction, and its note.
 std::string TextHtml(std::string_view bytes);
 
-// Returns `json`, whose characters must all be ASCII, in a form that cannot
-// end or begin an element: <, > and & are written as escapes. They can only
-// stand in strings.
+// Returns `json`, which must be ASCII, with <, > and & escaped, so that it
+// cannot begin or end an element. JSON has these characters only in strings.
 std::string EscapeJsonForHtml(std::string_view json);
 
 }  // namespace lumo

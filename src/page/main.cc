@@ -1,5 +1,5 @@
-// lumo-profile-page: writes one profiling log, or two to compare, as a page
-// that opens in a browser.
+// lumo-profile-page: writes one profiling log, or two to compare, as an HTML
+// page.
 
 #include <algorithm>
 #include <cstddef>

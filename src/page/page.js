@@ -1,10 +1,10 @@
-// Shows, sorts, filters and draws what the page holds. It computes no figures:
-// all of them come from the page's data, and their texts from its tables.
+// Shows, sorts and filters the tables and draws the chart. It computes no
+// figures: they come from the page's data, and their texts from its tables.
 "use strict";
 
 (() => {
-  // How many rows a table begins with, and how many points of a log a chart
-  // has at most. Beyond these a browser becomes slow.
+  // The number of rows that a table shows at first, and the maximum number of
+  // points per log in the chart. With more, browsers become slow.
   const FIRST_ROWS = 200;
   const MOST_POINTS = 1000;
 
@@ -14,13 +14,13 @@
   const sideNames = {before: "Before", after: "After"};
   const collator = new Intl.Collator("en", {numeric: true});
 
-  // What the reader has chosen: a row, and with it a series.
+  // The chosen row and its series.
   let chosenRow = null;
   let chart = null;
 
   const seriesOf = (row) => data.series[row.dataset.series];
 
-  // Returns a new element with this text in it, never with markup.
+  // Returns a new element that contains this text, never markup.
   function makeElement(tag, text = "", className = "") {
     const element = document.createElement(tag);
     element.textContent = text;
@@ -47,8 +47,8 @@
         ? 1 : Math.ceil(2 * values.length / MOST_POINTS);
   }
 
-  // Returns the values as points. Of more than fit, the least and the greatest
-  // of each group of neighbors stay, so that no outlier is lost.
+  // Returns the values as points. If there are too many, only the least and the
+  // greatest of each group of neighbors are kept, so that no outlier is lost.
   function makePoints(values) {
     const size = groupSize(values);
     const points = [];
@@ -95,8 +95,8 @@
     }
   }
 
-  // Returns what the chart's values are of one by one. Usually these are the
-  // runs, but an event may be absent from some of them, or occur twice.
+  // Returns what the chart counts. Usually there is one value per run, but an
+  // event may be absent from some runs, or occur twice.
   function countedBy(shown) {
     return shown.every((side) => side.values.length === side.runs)
         ? "run" : "value";
@@ -255,7 +255,7 @@
     chosenRow.after(detailsRow);
   }
 
-  // Marks a row as the chosen one, or as chosen no more.
+  // Marks a row as chosen or not chosen.
   function markRow(row, isChosen) {
     row.classList.toggle("chosen", isChosen);
     row.querySelector("button")?.setAttribute("aria-expanded", isChosen);
@@ -273,15 +273,15 @@
 
   // ---- The tables ----
 
-  // Returns what a column sorts by: the part of a series at a path such as
-  // "before.mean".
+  // Returns the value that a column sorts by: the field of a series at a path
+  // such as "before.mean".
   function valueAt(series, path) {
     const value =
         path.split(".").reduce((part, field) => part?.[field], series);
     return value === null ? Infinity : value;
   }
 
-  // Orders numbers and texts; what does not exist comes last either way.
+  // Compares numbers or texts; missing values come last in both orders.
   function compareValues(a, b, direction) {
     if (a === undefined || b === undefined) {
       return (a === undefined) - (b === undefined);
@@ -293,14 +293,14 @@
         (typeof a === "number" ? a - b : collator.compare(a, b));
   }
 
-  // Returns the rows in the order of a column.
+  // Returns the rows sorted by a column.
   function sortRows(rows, path, direction) {
     return rows.map((row) => ({row, value: valueAt(seriesOf(row), path)}))
         .sort((a, b) => compareValues(a.value, b.value, direction))
         .map(({row}) => row);
   }
 
-  // Makes the name in a row a button, for the keyboard.
+  // Turns the name in a row into a button, for keyboard users.
   function addButton(row) {
     const heading = row.querySelector("th");
     if (heading.querySelector("button") === null) {
@@ -309,8 +309,8 @@
     }
   }
 
-  // Puts those rows into a table that fit its filter, sorted, `limit` of them
-  // at most.
+  // Shows the rows of a table that match its filter, sorted, at most `limit` of
+  // them.
   function renderTable(table, limit = FIRST_ROWS) {
     const text = table.isFiltered ? byId("filter").value.toLowerCase() : "";
     const found = table.rows.filter(
@@ -331,9 +331,9 @@
     table.moreButton.textContent = `Show all ${found.length}`;
   }
 
-  // Sorts by a column; again, the other way round. Numbers begin with the
-  // largest. A long table begins with its first rows again, because a browser
-  // needs seconds to lay out thousands.
+  // Sorts by a column, and reverses the order the second time. Numbers are
+  // sorted in descending order first. A long table shows only its first rows
+  // again, because a browser needs seconds to lay out thousands of rows.
   function sortTable(table, heading) {
     if (table.heading === heading) {
       table.direction = -table.direction;
@@ -347,7 +347,7 @@
     renderTable(table);
   }
 
-  // Takes over a table of the page, whose means may descend already.
+  // Sets up a table of the page, which may already be sorted by mean.
   function setUpTable(element) {
     const table = {
       body: element.tBodies[0],
@@ -385,7 +385,7 @@
 
   // ---- The graphs ----
 
-  // Shows a graph alone, and of it at first the time of a whole run.
+  // Shows a single graph, initially with the time of its whole execute run.
   function chooseGraph(number) {
     for (const section of document.querySelectorAll("section.graph")) {
       section.hidden = section.dataset.graph !== number;

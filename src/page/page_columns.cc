@@ -38,7 +38,7 @@ std::string VerdictCell(const Row& row) {
          sign + words + "</span>";
 }
 
-// A bar of SVG, because the page's policy refuses style attributes.
+// A bar as SVG, because the page's policy blocks style attributes.
 std::string Bar(const std::optional<Figures>& figures, float largest_mean,
                 const char* css_class, int top) {
   if (!figures || figures->n == 0 || largest_mean <= 0.0F) {
@@ -95,7 +95,7 @@ constexpr Column kDeviation = {"Std. dev.", "before.stdev", "number", false,
                                BeforeDeviationCell};
 constexpr Column kShare = {"Share", "before.share", "number", false,
                            BeforeShareCell};
-// The squares show which bar and which line of the chart is which.
+// The squares are the legend of the bars and of the chart.
 constexpr Column kBefore = {"<span class=\"key before\"></span>Before",
                             "before.mean", "number", false, BeforeCell};
 constexpr Column kAfter = {"<span class=\"key after\"></span>After",

@@ -26,12 +26,12 @@ std::string Dump(const json& data) {
   return EscapeJsonForHtml(data.dump(-1, ' ', true));
 }
 
-// JSON has no infinite numbers; null stands for them.
+// JSON has no infinite numbers, so null represents them.
 json NumberJson(float number) {
   return std::isfinite(number) ? json(number) : json();
 }
 
-// Values are whole numbers, which are shorter without a decimal point.
+// Values are whole numbers, so they are written without a decimal point.
 json ValuesJson(const std::vector<float>& values) {
   constexpr float kFirstTooLarge = 9223372036854775808.0F;
   json list = json::array();
@@ -45,10 +45,10 @@ json ValuesJson(const std::vector<float>& values) {
   return list;
 }
 
-// Appends a line for each event below `event`, with its depth, until `lines`
-// has kMostDetails. Returns how many events there are.
+// Appends a line with its depth for each sub-event of `event` at any level,
+// until `lines` has kMostDetails. Returns the number of these events.
 std::size_t AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
-  // A small log can refer to the same events a million times.
+  // A small log may refer to the same events a million times.
   constexpr std::size_t kMostDetails = 1000;
   const auto* const sub_events = event.sub_events();
   std::size_t count = flatbuffers::VectorLength(sub_events);
@@ -137,7 +137,7 @@ json PairJson(const Page& page, const ComparedRuns& runs,
 void WritePageData(std::ostream& stream, const Page& page) {
   stream << "{\"sides\":[\"before\"" << (page.after ? ",\"after\"" : "")
          << "],\"series\":[";
-  // One by one, because all of them at once would need several times the
+  // One series at a time, because all of them would take several times the
   // memory of the log.
   const char* separator = "\n";
   for (const PageGraph& graph : page.graphs) {

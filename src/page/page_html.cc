@@ -56,7 +56,8 @@ std::string RunsOf(const PageLog& log) {
                    "finalize");
 }
 
-// Writes a row of the table of the logs: what `text` says of each.
+// Writes a row of the table of the logs, with the result of `text` for each
+// log.
 template <typename Function>
 void WriteLogRow(std::ostream& stream, const Page& page, const char* heading,
                  Function text) {
@@ -107,7 +108,7 @@ void WriteLogs(std::ostream& stream, const Page& page) {
   }
 }
 
-// The units of a table, each with the largest mean in it; 0 if there is none.
+// The units of a table, each with its largest mean, or 0 if it has none.
 std::map<std::string_view, float> LargestMeans(const PageTable& table) {
   std::map<std::string_view, float> largest;
   for (const SeriesPair* pair : table.pairs) {
@@ -132,7 +133,8 @@ void WriteRow(std::ostream& stream, const std::vector<Column>& columns,
   stream << "</tr>\n";
 }
 
-// "Operations, cycles <span>13</span>": the unit is that of all rows, or empty.
+// "Operations, cycles <span>13</span>". `unit` is the unit of all rows, or
+// empty.
 std::string CaptionOf(const PageTable& table, std::string_view unit) {
   std::string caption = table.level == Level::kOperation ? "Operations"
                         : table.runs.kind == RunKind::kExecute
@@ -145,7 +147,7 @@ std::string CaptionOf(const PageTable& table, std::string_view unit) {
          std::to_string(table.pairs.size()) + "</span>";
 }
 
-// What the figures of a table do not mean.
+// The note below a table.
 const char* NoteOf(const PageTable& table, bool has_one_unit) {
   if (table.level == Level::kEvent) {
     return "These events overlap: do not add them up.";

@@ -83,7 +83,8 @@ void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
   }
 }
 
-// The mean of a pair of a page about one log; nothing counts as less than all.
+// The mean of a pair on a page about one log. A missing mean is less than all
+// others.
 float MeanBefore(const SeriesPair* pair) {
   return pair->before->n > 0 ? pair->before->mean : -1.0F;
 }

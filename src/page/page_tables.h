@@ -1,4 +1,4 @@
-// What a page shows: the compared series, sorted into tables.
+// The content of a page: the compared series, grouped into tables.
 
 #ifndef LUMO_PAGE_PAGE_TABLES_H_
 #define LUMO_PAGE_PAGE_TABLES_H_
@@ -23,12 +23,12 @@ struct SampleOperation {
   std::int32_t run;
 };
 
-// A log of a page, with what the comparison does not have. Element g of each
-// list belongs to graph g.
+// A log of a page, with data that the comparison does not have. Element g of
+// each list belongs to graph g.
 struct PageLog {
   const ComparedLog* source;
-  // The averages and shares of the operations, as in the report: over all runs.
-  // Empty for a graph with operations in several units, which do not add up.
+  // The averages and shares of the operations over all runs, as in the report.
+  // Empty for a graph with operations in several units, which cannot be added.
   std::vector<OpAverageMap> op_averages;
   // Each operation in the first run after the warm-up that has it, or, if none
   // has, in the first run.
@@ -37,25 +37,25 @@ struct PageLog {
 
 // One table of a graph.
 struct PageTable {
-  // The runs that it shows the pairs of this level of.
+  // The table shows the pairs of these runs at this level.
   const ComparedRuns& runs;
   Level level;
   std::vector<const SeriesPair*> pairs;
-  // Whether the means descend from row to row.
+  // Whether the rows are sorted by descending mean.
   bool is_sorted_by_mean;
 };
 
 struct PageGraph {
   std::int32_t graph;
   // The operations, the top-level events of the execute runs, and those of the
-  // finalize runs; without tables that would be empty.
+  // finalize runs. Empty tables are omitted.
   std::vector<PageTable> tables;
 };
 
-// Everything that is written into a page.
+// All data of a page.
 struct Page {
   PageLog before;
-  // Nothing on a page about one log.
+  // Absent on a page about one log.
   std::optional<PageLog> after;
   std::int32_t num_warmup;
   std::vector<ComparedRuns> all_runs;
@@ -64,15 +64,15 @@ struct Page {
 };
 
 // Returns the page about one log, or about two if `after` is not null. It
-// refers to both, and may be moved, but not copied.
+// refers to both logs, and may be moved, but not copied.
 //
-// Tables have the order of CompareSeries(), but the operations of a single log
-// are sorted by their mean, largest first.
+// Tables are in the order of CompareSeries(), except that the operations of a
+// single log are sorted by their mean, largest first.
 Page MakePage(const ComparedLog& before, const ComparedLog* after,
               std::int32_t num_warmup);
 
-// Returns the share of the operation of these figures in percent, or nothing if
-// it has none: a share of 0 in 0, or of values in several units.
+// Returns the share of the operation with these figures in percent. Returns
+// nothing for a share of 0 in 0, or if the operations have several units.
 std::optional<float> ShareOf(const PageLog& log, std::int32_t graph,
                              const Figures& figures);
 

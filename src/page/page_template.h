@@ -1,4 +1,4 @@
-// The fixed parts of a page, which the build puts together from page.html,
+// The fixed parts of a page, which the build generates from page.html,
 // page.css, the scripts and Chart.js.
 
 #ifndef LUMO_PAGE_PAGE_TEMPLATE_H_
@@ -8,8 +8,8 @@
 
 namespace lumo {
 
-// What stands before, between and after the four texts of a page: its title,
-// its heading, its tables and its data.
+// The parts before, between and after the four variable texts of a page: title,
+// heading, tables and data.
 extern const std::string_view kPageBeforeTitle;
 extern const std::string_view kPageBeforeHeading;
 extern const std::string_view kPageBeforeTables;

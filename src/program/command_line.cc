@@ -67,8 +67,8 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
   const std::vector<option> table = MakeTable(options);
   int code = 0;
   int word = optind;  // the word that getopt_long() reads
-  // The "-" has it return words that are not options in their place; the ":"
-  // keeps it from writing messages of its own.
+  // The "-" makes getopt_long() return words that are not options in order; the
+  // ":" keeps it from printing messages.
   while ((code = getopt_long(argc, argv, "-:", table.data(), nullptr)) != -1) {
     switch (code) {
       case kOperand:

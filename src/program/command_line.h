@@ -1,4 +1,4 @@
-// The command line of a program: long options and the files between them.
+// The command line of a program: long options and operands.
 
 #ifndef LUMO_PROGRAM_COMMAND_LINE_H_
 #define LUMO_PROGRAM_COMMAND_LINE_H_
@@ -15,8 +15,8 @@
 
 namespace lumo {
 
-// A long option. A switch sets its flag; any other takes an argument, which
-// becomes its text.
+// A long option. A switch sets its flag; any other option takes an argument,
+// which is stored in its text.
 struct Option {
   const char* name;
   std::variant<bool*, std::optional<std::string>*> value;
@@ -24,24 +24,24 @@ struct Option {
 
 // Reads the words of the command line in order. Adds those that are not
 // options, `most_operands` at most, to `operands`. --help and --version end the
-// run at once: words after them are not read.
+// run; the words after them are not read.
 //
-// Options may be abbreviated to any unique prefix; the last of repeated ones
-// wins; "--" ends the options.
+// Options may be abbreviated to any unique prefix. If an option is repeated,
+// the last one wins. "--" ends the options.
 //
-// Returns nothing if the run goes on. Otherwise returns the status to end with:
-// 0 after --help or --version, kFailed if their text cannot be written,
-// kWrongCommandLine, with a message and the usage text on standard error, for
-// the first word that is wrong.
+// Returns nothing if the run continues, otherwise the exit status: 0 after
+// --help or --version; kFailed if their text cannot be written; and
+// kWrongCommandLine, after a message and the usage text on standard error, at
+// the first wrong word.
 std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     char** argv,
                                     const std::vector<Option>& options,
                                     std::size_t most_operands,
                                     std::vector<std::string>* operands);
 
-// Sets `number` to the argument of an option, if it was given: decimal digits
-// alone, at most 2147483647. Returns false, with a message that names the
-// option in `error`, if it is anything else.
+// Sets `number` to the argument of an option, if it was given: only decimal
+// digits, at most 2147483647. For any other argument, returns false with a
+// message that names the option in `error`.
 bool ParseWholeNumber(std::string_view option,
                       const std::optional<std::string>& text,
                       std::int32_t* number, std::string* error);

@@ -8,9 +8,8 @@
 
 namespace lumo {
 
-// Appends `field` to `row`, in quotes if it contains a comma, a quote, a
-// carriage return or a line feed; each quote in it is then doubled. Other bytes
-// stay as they are.
+// Appends `field` to `row`. A field that contains a comma, a quote, a carriage
+// return or a line feed is quoted, and each quote in it is doubled.
 void AppendCsvField(std::string_view field, std::string* row);
 
 }  // namespace lumo

@@ -44,27 +44,27 @@ std::string CannotWrite() { return Reason("cannot be written whole"); }
 
 // The functions below return what went wrong, or an empty text.
 
-// Writes the text to an open file, from where it stands.
+// Writes the text to an open file, from its current position.
 std::string WriteText(int fd, const TextWriter& write) {
-  // Tells a stream that is closed, for which the buffer has another reason.
+  // Detects a closed stream, for which the buffer would set another reason.
   if (::write(fd, "", 0) != 0) {
     return CannotWrite();
   }
-  // The buffer closes its descriptor, so it gets one of its own.
+  // The buffer closes its descriptor, so give it a duplicate.
   __gnu_cxx::stdio_filebuf<char> buffer(dup(fd), std::ios::out, 1U << 16U);
   std::ostream stream(&buffer);
   write(stream);
-  // After a failed write this tries once more, which sets the reason again.
+  // After a failed write, this tries again, which sets errno again.
   const bool is_flushed = buffer.pubsync() == 0;
   return stream.good() && is_flushed ? "" : CannotWrite();
 }
 
-// Writes the text in place of what the open file has.
+// Replaces the content of the open file by the text.
 std::string WriteInPlace(int fd, const TextWriter& write) {
   return ftruncate(fd, 0) == 0 ? WriteText(fd, write) : CannotWrite();
 }
 
-// Replaces what the file `to` has by what `from` has.
+// Replaces the content of the file `to` by that of `from`.
 std::string CopyInPlace(int from, int to) {
   off_t position = 0;
   ssize_t copied = ftruncate(to, 0);
@@ -77,18 +77,18 @@ std::string CopyInPlace(int from, int to) {
   return CannotWrite();
 }
 
-// Returns where the symbolic links at `path` lead, which may be where no file
-// is yet. Returns nothing if one of them is the kernel's own name of an open
+// Returns the path that the symbolic links at `path` lead to; there may be no
+// file yet. Returns nothing if one of the links is the kernel's name of an open
 // file, such as /proc/self/fd/1, or, with the reason in errno, if there is no
 // such folder.
 std::optional<fs::path> FollowLinks(fs::path path) {
-  constexpr int kMostLinks = 40;  // as the kernel
+  constexpr int kMostLinks = 40;  // the limit of the kernel
   for (int links = 0; links < kMostLinks; ++links) {
     std::error_code error;
     const fs::path folder =
         fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
     if (error || folder.native().starts_with("/proc/")) {
-      errno = error ? error.value() : ENOENT;  // nothing is created in /proc
+      errno = error ? error.value() : ENOENT;  // no files are created in /proc
       return std::nullopt;
     }
     path = folder / path.filename();
@@ -101,16 +101,16 @@ std::optional<fs::path> FollowLinks(fs::path path) {
   return std::nullopt;
 }
 
-// A file that will take the place of another, in whose folder it is.
+// A new file, in the folder of the file that it will replace.
 struct NewFile {
-  // -1 if no file could be made.
+  // -1 if no file could be created.
   int fd = -1;
   // Empty while the file has no name.
   std::string name;
 };
 
-// Sets `name` to names in `folder`, one after the other, until `make` does not
-// fail because there is a file of that name. Returns what it returned last.
+// Sets `name` to one name in `folder` after the other, until `make` succeeds or
+// fails for another reason than an existing file. Returns its last result.
 int TryNames(const fs::path& folder, std::string* name,
              const std::function<int()>& make) {
   const std::string prefix = folder / (".lumo-" + std::to_string(getpid()));
@@ -123,22 +123,22 @@ int TryNames(const fs::path& folder, std::string* name,
   return result;
 }
 
-// The name under which the kernel shows an open file.
+// The kernel's name of an open file.
 std::string NameOfOpenFile(int fd) {
   return "/proc/self/fd/" + std::to_string(fd);
 }
 
-// Makes a new file in `folder`. Where the file system can, it has no name, so
-// that it vanishes however the process ends.
+// Creates a new file in `folder`. If the file system supports it, the file has
+// no name, so that it disappears when the process is killed.
 NewFile MakeNewFile(const fs::path& folder) {
-  constexpr mode_t kMode = 0666;  // less what the umask takes away
+  constexpr mode_t kMode = 0666;  // before the umask
   NewFile file;
   file.fd = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kMode);
   if (file.fd >= 0 && access(NameOfOpenFile(file.fd).c_str(), F_OK) == 0) {
     return file;
   }
   if (file.fd >= 0) {
-    close(file.fd);  // without /proc it could never get a name
+    close(file.fd);  // without /proc, it cannot be given a name
   }
   file.fd = TryNames(folder, &file.name, [&file] {
     return open(file.name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC,
@@ -147,19 +147,18 @@ NewFile MakeNewFile(const fs::path& folder) {
   return file;
 }
 
-// Gives `newer` the owner, as far as the system lets it, and the mode of
-// `older`.
+// Gives `newer` the mode of `older` and, if the system allows it, its owner.
 void CopyOwnerAndMode(int older, int newer) {
   struct stat status = {};
   fstat(older, &status);
-  // First the owner, because a new one takes some bits of the mode.
+  // The owner first, because changing it clears some bits of the mode.
   [[maybe_unused]] const int ignored =
       fchown(newer, status.st_uid, status.st_gid);
   fchmod(newer, status.st_mode & 07777U);
 }
 
-// Puts a whole file at `target`. `older` is open for writing on the file there,
-// or -1 if there was none.
+// Moves a complete file to `target`. `older` is a descriptor for writing to the
+// file there, or -1 if there is none.
 std::string PutInPlace(NewFile* file, const fs::path& target, int older) {
   if (file->name.empty()) {
     const std::string open_name = NameOfOpenFile(file->fd);
@@ -174,14 +173,14 @@ std::string PutInPlace(NewFile* file, const fs::path& target, int older) {
   if (rename(file->name.c_str(), target.c_str()) == 0) {
     return "";
   }
-  // The target may be a mount, or another user's file in a folder like /tmp.
+  // The target may be a mount point, or another user's file in /tmp.
   std::string error =
       older >= 0 ? CopyInPlace(file->fd, older) : CannotCreate();
   unlink(file->name.c_str());
   return error;
 }
 
-// Writes the text to a new file, which then takes the place of `target`.
+// Writes the text to a new file, which then replaces `target`.
 std::string WriteNewFile(NewFile* file, const fs::path& target, int older,
                          const TextWriter& write) {
   if (older >= 0) {

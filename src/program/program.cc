@@ -15,7 +15,7 @@ void PrepareProcess() {
 }
 
 int Fail(const Program& program, std::string_view text) {
-  // In one piece, because standard error is not buffered.
+  // Write one string, because standard error is not buffered.
   std::string line(program.name);
   line += ": ";
   line += text;

@@ -1,4 +1,4 @@
-// What a program says of itself and of its failures.
+// The name, messages and exit statuses of a program.
 
 #ifndef LUMO_PROGRAM_PROGRAM_H_
 #define LUMO_PROGRAM_PROGRAM_H_
@@ -18,18 +18,17 @@ struct Program {
   std::string_view usage;
 };
 
-// Prepares the process, before any file is opened: occupies standard streams
-// that are closed; lets a reader that goes away end the run without a message,
-// also where the caller ignores SIGPIPE; and turns the signal for a file that
-// exceeds the shell's limit into a failed write.
+// Prepares the process before any file is opened: reserves the descriptors of
+// closed standard streams; restores SIGPIPE, so that the run ends without a
+// message when the reader exits; and ignores the signal for exceeding the limit
+// of the file size, so that the write fails instead.
 void PrepareProcess();
 
 // Writes the program's name and `text` as one line to standard error. Returns
 // kFailed, for main() to return in turn.
 int Fail(const Program& program, std::string_view text);
 
-// As Fail(), but with the usage text below the line. Returns
-// kWrongCommandLine.
+// Like Fail(), but also writes the usage text. Returns kWrongCommandLine.
 int RejectCommandLine(const Program& program, std::string_view text);
 
 }  // namespace lumo
