@@ -19,6 +19,7 @@ mkdir folder
 : >empty.bin
 mkfifo pipe.bin secret_pipe.bin
 truncate -s 2147483647 huge.bin
+truncate -s 300M large.bin
 cp log.bin log_and_4_gib.bin && truncate -s +4G log_and_4_gib.bin
 cp log.bin secret.bin && chmod 0 secret.bin secret_pipe.bin
 failed=0
@@ -66,6 +67,11 @@ check_log() {
     expect 1 "$log: cannot be opened: Permission denied" \
       "${as_user[@]}" "${command[@]}" $log
   done
+  # This file is touched while it is read.
+  while :; do touch large.bin; sleep 0.001; done &
+  expect 1 'large.bin: cannot be read whole: it changed while it was read' \
+    "${command[@]}" large.bin
+  kill $! && wait $! 2>/dev/null
   # Files in /sys are shorter than the size that the system reports.
   log=$(compgen -G '/sys/kernel/mm/*/enabled') || log=$(compgen -G '/sys/kernel/profiling')
   if [ -n "$log" ]; then
@@ -86,8 +92,10 @@ check_output() {
   mkdir new && (umask 027 && "${command[@]}" --output new/file) && expect_file new/file whole
   [ "$(stat -c %a new/file)" = 640 ] || fail 'a new file ignores the umask'
   chmod 604 new/file && cp older new/file
+  [ "$(id -u)" != 0 ] || chown 1:1 new/file
+  owner=$(stat -c %u:%g new/file)
   expect 0 '' "${command[@]}" --output new/file && expect_file new/file whole
-  [ "$(stat -c %a new/file)" = 604 ] || fail 'an older file loses its mode'
+  [ "$(stat -c %a,%u:%g new/file)" = "604,$owner" ] || fail 'an older file loses its mode or owner'
   cp older new/file && ln -s file new/link && ln -s new/link link
   expect 0 '' "${command[@]}" --output link
   [[ -L link && -L new/link ]] && rm link new/link && expect_file new/file whole
@@ -126,6 +134,10 @@ check_output() {
     "${as_user[@]}" "${command[@]}" --output open/file
   expect_file open/file older
   chmod 755 closed
+  # So is a file of another user in a folder like /tmp.
+  mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
+  expect 0 '' "${as_user[@]}" "${command[@]}" --output sticky/file
+  expect_file sticky/file whole
   for path in new new/missing/file; do
     reason='No such file or directory'
     [ "$path" = new ] && reason='Is a directory'
@@ -152,7 +164,7 @@ check_output() {
   # A pipe without a reader ends the run, even if SIGPIPE is ignored.
   expect 141 '' bash -c 'trap "" PIPE; exec 3> >(:); wait $!; "$@" >&3' - "${command[@]}"
   cmp log.bin copy.bin || fail 'the log has changed'
-  rm -rf new open closed stdout from_fifo whole older
+  rm -rf new open closed sticky stdout from_fifo whole older
 }
 
 noun=table
@@ -167,6 +179,11 @@ expect 1 'missing.bin: cannot be opened: No such file or directory' \
   "${command[@]}" missing.bin log.bin
 expect 1 'log.bin: the comparison would go into the log itself' \
   "${command[@]}" log.bin copy.bin --output hard.bin
+
+# The names of the logs are escaped.
+cp log.bin $'a\nb.bin'
+"${command[@]}" $'a\nb.bin' log.bin | grep -qF '  before: a\nb.bin, ' ||
+  fail 'the name of a log is not escaped'
 
 # On a terminal, real differences are colored unless NO_COLOR is set.
 export program="$programs/$name"

@@ -138,6 +138,11 @@ void AppendPairs(Level level, const EventSeriesMap& before,
         r != right.end() && (l == left.end() || KeyOf(*r) <= KeyOf(*l));
     pairs->push_back(MakePair(level, has_left ? &*l : nullptr,
                               has_right ? &*r : nullptr, num_warmup));
+    // Series of one name follow each other here.
+    if (SeriesPair& pair = pairs->back().pair; pair.occurrence > 0) {
+      pair.is_repeated = true;
+      pairs->end()[-2].pair.is_repeated = true;
+    }
     l += has_left ? 1 : 0;
     r += has_right ? 1 : 0;
   }

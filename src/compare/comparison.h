@@ -54,6 +54,9 @@ struct SeriesPair {
   // Its ordinal, from 0, among the series with the same graph, kind, level,
   // unit and name, in the order of their keys.
   std::int32_t occurrence;
+  // Whether there are several such series, so that the name alone does not
+  // identify this one.
+  bool is_repeated;
   // The unit of the first value, see UnitText().
   std::string_view unit;
   std::optional<Figures> before;

@@ -107,6 +107,15 @@ std::string JoinCells(const Widths& widths, const Cells& cells,
   return line;
 }
 
+// Returns "name", or "name (occurrence 1)" where several series have the name.
+std::string LabelOf(const SeriesPair& pair) {
+  std::string label = Printable(pair.name);
+  if (pair.is_repeated) {
+    label += " (occurrence " + std::to_string(pair.occurrence) + ")";
+  }
+  return label;
+}
+
 // The heading that a pair is listed under.
 std::string_view SectionOf(const SeriesPair& pair) {
   if (pair.verdict == Verdict::kOnlyBefore) {
@@ -148,7 +157,7 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
       stream << section << ":\n";
     }
     const std::string line =
-        JoinCells(widths, MakeCells(pair), pair.unit, Printable(pair.name));
+        JoinCells(widths, MakeCells(pair), pair.unit, LabelOf(pair));
     if (in_color && IsDifferent(pair)) {
       stream << ColorOf(pair.verdict) << line << "\033[0m\n";
     } else {
@@ -227,14 +236,12 @@ std::optional<std::string> DescribeWorstSlowdown(
       if (pair.verdict == Verdict::kHigher && rise > worst &&
           (pair.unit == "us" || pair.unit == "cycles")) {
         worst = rise;
-        text = "graph " + std::to_string(runs.graph) + ", ";
-        *text += RunKindText(runs.kind);
-        *text += ", ";
-        *text += LevelText(pair.level);
-        *text += " [" + Printable(pair.name) + "]: ";
-        *text +=
-            pair.change_percent ? FixedText(rise) + "% higher" : "up from 0";
-        *text += ", more than " + SignificantText(max_slowdown, kAsGiven) + "%";
+        text =
+            "graph " + std::to_string(runs.graph) + ", " +
+            std::string(RunKindText(runs.kind)) + ", " +
+            std::string(LevelText(pair.level)) + " [" + LabelOf(pair) + "]: " +
+            (pair.change_percent ? FixedText(rise) + "% higher" : "up from 0") +
+            ", more than " + SignificantText(max_slowdown, kAsGiven) + "%";
       }
     }
   }
