@@ -109,11 +109,9 @@ std::string JoinCells(const Widths& widths, const Cells& cells,
 
 // Returns "name", or "name (occurrence 1)" where several series have the name.
 std::string LabelOf(const SeriesPair& pair) {
-  std::string label = Printable(pair.name);
-  if (pair.is_repeated) {
-    label += " (occurrence " + std::to_string(pair.occurrence) + ")";
-  }
-  return label;
+  const std::string occurrence = std::to_string(pair.occurrence);
+  return Printable(pair.name) +
+         (pair.is_repeated ? " (occurrence " + occurrence + ")" : "");
 }
 
 // The heading that a pair is listed under.
