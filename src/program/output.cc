@@ -174,10 +174,10 @@ std::string PutInPlace(NewFile* file, const fs::path& target, int older) {
     return "";
   }
   // The target may be a mount point, or another user's file in /tmp.
-  const bool is_refused = errno == EBUSY || errno == EXDEV || errno == EACCES ||
-                          errno == EPERM;
-  std::string error = older >= 0 && is_refused ? CopyInPlace(file->fd, older)
-                                               : CannotCreate();
+  const bool is_refused =
+      errno == EBUSY || errno == EXDEV || errno == EACCES || errno == EPERM;
+  std::string error =
+      older >= 0 && is_refused ? CopyInPlace(file->fd, older) : CannotCreate();
   unlink(file->name.c_str());
   return error;
 }
