@@ -194,11 +194,15 @@ on_terminal() {
   script -qec "$2 \"\$program\" detailed.bin tuned.bin $3" /dev/null </dev/null |
     tr -d '\r' | cmp - "$1" || fail "on a terminal with $2 $3"
 }
-on_terminal colored '' ''
-on_terminal colored NO_COLOR= ''
-on_terminal plain NO_COLOR=1 ''
-on_terminal plain '' '| cat'
-on_terminal plain '' '--output out'
+if script -qec true /dev/null </dev/null >said 2>&1; then
+  on_terminal colored '' ''
+  on_terminal colored NO_COLOR= ''
+  on_terminal plain NO_COLOR=1 ''
+  on_terminal plain '' '| cat'
+  on_terminal plain '' '--output out'
+else
+  echo "Skipped: colors on a terminal: $(<said)"
+fi
 # A build without Chart.js has no page.
 if [ -e "$programs/lumo-profile-page" ]; then
   noun=page
