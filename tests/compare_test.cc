@@ -137,9 +137,11 @@ Texts FiguresOfReport(const std::string& report) {
   return figures;
 }
 
+using Side = std::optional<Figures> SeriesPair::*;
+
 // Returns the figures in microseconds of one side of a comparison.
 Numbers FiguresOfComparison(const std::vector<ComparedRuns>& all_runs,
-                            std::optional<Figures> SeriesPair::*side) {
+                            Side side) {
   Numbers numbers;
   for (const ComparedRuns& runs : all_runs) {
     for (const SeriesPair& pair : runs.pairs) {
