@@ -44,7 +44,9 @@ std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
   if (size >= kFirstSizeTooLarge) {
     return "";
   }
-  std::rewind(file);
+  if (fseeko(file, 0, SEEK_SET) != 0) {
+    return std::strerror(errno);
+  }
   bytes->resize(size);
   errno = 0;
   if (std::fread(bytes->data(), 1, size, file) < size) {
