@@ -23,25 +23,6 @@ bool IsDifferent(const SeriesPair& pair) {
 constexpr std::size_t kColumns = 9;
 using Cells = std::array<std::string, kColumns>;
 
-// "~" means that no difference is proven.
-std::string VerdictCell(Verdict verdict) {
-  switch (verdict) {
-    case Verdict::kHigher:
-      return "higher";
-    case Verdict::kLower:
-      return "lower";
-    case Verdict::kNoDifference:
-      return "~";
-    case Verdict::kNoTest:
-      return "no test";
-    case Verdict::kOnlyBefore:
-      return "only before";
-    case Verdict::kOnlyAfter:
-      return "only after";
-  }
-  return "";
-}
-
 void SetFigures(const std::optional<Figures>& figures, std::string* cells) {
   if (figures) {
     cells[0] = std::to_string(figures->n);
@@ -62,7 +43,9 @@ Cells MakeCells(const SeriesPair& pair) {
   if (pair.p_adjusted) {
     cells[7] = SignificantText(*pair.p_adjusted, 2);
   }
-  cells[8] = VerdictCell(pair.verdict);
+  // "~" means that no difference is proven.
+  cells[8] =
+      pair.verdict == Verdict::kNoDifference ? "~" : VerdictWords(pair.verdict);
   return cells;
 }
 
@@ -191,6 +174,12 @@ std::string_view VerdictText(Verdict verdict) {
       return "only_after";
   }
   return "";
+}
+
+std::string VerdictWords(Verdict verdict) {
+  std::string words(VerdictText(verdict));
+  std::replace(words.begin(), words.end(), '_', ' ');
+  return words;
 }
 
 std::string CountsText(const std::vector<ComparedRuns>& all_runs,

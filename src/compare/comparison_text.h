@@ -34,6 +34,9 @@ std::string_view RunKindText(RunKind kind);
 // "only_after".
 std::string_view VerdictText(Verdict verdict);
 
+// As VerdictText(), but with blanks between the words.
+std::string VerdictWords(Verdict verdict);
+
 // Returns the numbers of pairs, differences and tests, such as "19 pairs
 // compared, 5 differ (17 tested, 99% confidence)".
 std::string CountsText(const std::vector<ComparedRuns>& all_runs,

@@ -1,6 +1,5 @@
 #include "page/page_columns.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -29,13 +28,11 @@ std::string ShareCell(const PageLog& log, const Row& row,
 }
 
 std::string VerdictCell(const Row& row) {
-  std::string words(VerdictText(row.pair.verdict));
-  std::replace(words.begin(), words.end(), '_', ' ');
   const char* const sign = row.pair.verdict == Verdict::kHigher  ? "▲ "
                            : row.pair.verdict == Verdict::kLower ? "▼ "
                                                                  : "";
   return "<span class=\"" + std::string(VerdictText(row.pair.verdict)) + "\">" +
-         sign + words + "</span>";
+         sign + VerdictWords(row.pair.verdict) + "</span>";
 }
 
 // A bar as SVG, because the page's policy blocks style attributes.
