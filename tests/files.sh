@@ -155,10 +155,10 @@ check_output() {
 
   # The log is not overwritten, under any name.
   for log in log.bin ./new/../log.bin hard.bin soft.bin; do
-    expect 1 "log.bin: the $noun would go into the log itself" "${command[@]}" --output "$log"
+    expect 1 "log.bin: the $noun would be written to the log itself" "${command[@]}" --output "$log"
   done
   for into in '' '--output out'; do
-    expect 1 "log.bin: the $noun would go into the log itself" \
+    expect 1 "log.bin: the $noun would be written to the log itself" \
       bash -c "\"\$@\" $into >>log.bin" - "${command[@]}"
   done
   # A pipe without a reader ends the run, even if SIGPIPE is ignored.
@@ -177,7 +177,7 @@ check_output lumo-profile-compare copy.bin log.bin
 name=lumo-profile-compare command=("$programs/lumo-profile-compare")
 expect 1 'missing.bin: cannot be opened: No such file or directory' \
   "${command[@]}" missing.bin log.bin
-expect 1 'log.bin: the comparison would go into the log itself' \
+expect 1 'log.bin: the comparison would be written to the log itself' \
   "${command[@]}" log.bin copy.bin --output hard.bin
 
 # The names of the logs are escaped.

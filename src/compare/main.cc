@@ -32,7 +32,7 @@ constexpr lumo::Program kProgram = {
     "cycles\n"
     "                          rises significantly and by more than this\n"
     "  --csv                   write comma-separated rows for other programs\n"
-    "  --output FILE           where the text goes; default: standard output\n"
+    "  --output FILE           write to FILE; default: standard output\n"
     "  --help                  print this text and exit\n"
     "  --version               print the version and exit\n"};
 
@@ -83,11 +83,12 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
   }
   if (max_slowdown &&
       !lumo::ParsePercentage(*max_slowdown, &options->max_slowdown.emplace())) {
-    return reject("--max_slowdown takes a percentage from 0 on", *max_slowdown);
+    return reject("--max_slowdown takes a percentage of 0 or more",
+                  *max_slowdown);
   }
   options->output = output.value_or("");
   if (logs.size() < 2 || logs[0].empty() || logs[1].empty()) {
-    return lumo::RejectCommandLine(kProgram, "two logs must be named");
+    return lumo::RejectCommandLine(kProgram, "two logs are required");
   }
   options->before = logs[0];
   options->after = logs[1];

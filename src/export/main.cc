@@ -19,7 +19,7 @@ constexpr lumo::Program kProgram = {
     "Writes the events of a profiling log as comma-separated rows.\n"
     "\n"
     "  --input_profile_data FILE  the log to read\n"
-    "  --output FILE              where the rows go; default: standard output\n"
+    "  --output FILE              write to FILE; default: standard output\n"
     "  --help                     print this text and exit\n"
     "  --version                  print the version and exit\n"};
 
@@ -39,7 +39,7 @@ int main(int argc, char** argv) {
   }
   if (input.value_or("").empty()) {
     return lumo::RejectCommandLine(kProgram,
-                                   "--input_profile_data must name a log");
+                                   "--input_profile_data is required");
   }
   std::string error;
   const std::optional<lumo::Log> log = lumo::LoadLog(*input, &error);

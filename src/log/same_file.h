@@ -1,4 +1,4 @@
-// Whether an output would go into the log that was read.
+// Whether an output would be written to the log that was read.
 
 #ifndef LUMO_LOG_SAME_FILE_H_
 #define LUMO_LOG_SAME_FILE_H_

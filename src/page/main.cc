@@ -27,7 +27,7 @@ constexpr lumo::Program kProgram = {
     "Writes a profiling log, or two to compare, as a page for a browser.\n"
     "\n"
     "  --num_warmup W  runs to exclude as warm-up; default: 1\n"
-    "  --output FILE   where the page goes; default: standard output\n"
+    "  --output FILE   write to FILE; default: standard output\n"
     "  --help          print this text and exit\n"
     "  --version       print the version and exit\n"};
 
@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
     return lumo::RejectCommandLine(kProgram, error);
   }
   if (paths.empty() || std::count(paths.begin(), paths.end(), "") > 0) {
-    return lumo::RejectCommandLine(kProgram, "a log must be named");
+    return lumo::RejectCommandLine(kProgram, "a log is required");
   }
   std::vector<lumo::ComparedLog> logs;
   for (const std::string& path : paths) {

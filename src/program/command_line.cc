@@ -62,8 +62,7 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
   const auto reject = [&program](const char* word, const char* what) {
     return RejectCommandLine(program, Printable(word) + what);
   };
-  const char* const unexpected =
-      most_operands == 0 ? " is not an option" : " is one argument too many";
+  const char* const unexpected = ": unexpected argument";
   const std::vector<option> table = MakeTable(options);
   int code = 0;
   int word = optind;  // the word that getopt_long() reads

@@ -22,9 +22,9 @@ struct Option {
   std::variant<bool*, std::optional<std::string>*> value;
 };
 
-// Reads the words of the command line in order. Adds those that are not
-// options, `most_operands` at most, to `operands`. --help and --version end the
-// run; the words after them are not read.
+// Parses the arguments in order. Adds those that are not options,
+// `most_operands` at most, to `operands`. --help and --version end the run;
+// arguments after them are ignored.
 //
 // Options may be abbreviated to any unique prefix. If an option is repeated,
 // the last one wins. "--" ends the options.
@@ -32,7 +32,7 @@ struct Option {
 // Returns nothing if the run continues, otherwise the exit status: 0 after
 // --help or --version; kFailed if their text cannot be written; and
 // kWrongCommandLine, after a message and the usage text on standard error, at
-// the first wrong word.
+// the first wrong argument.
 std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     char** argv,
                                     const std::vector<Option>& options,

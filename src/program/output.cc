@@ -234,7 +234,7 @@ int WriteOutput(const Program& program, const std::string& path,
   for (const std::string& log : logs) {
     if (path.empty() ? IsStandardOutput(log) : IsSameFile(path, log)) {
       return Fail(program, Printable(log) + ": the " + std::string(noun) +
-                               " would go into the log itself");
+                               " would be written to the log itself");
     }
   }
   const std::string error =
