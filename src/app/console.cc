@@ -10,7 +10,7 @@ bool ReportError(const Console& console, std::string_view text) {
 }
 
 bool ReportLocation(const Console& console, std::string_view step, int number) {
-  // In one piece, because standard error is not buffered.
+  // Write one string, because standard error is not buffered.
   const std::string line = "Error in lumo-profile-viewer function at " +
                            std::string(step) + ":" + std::to_string(number) +
                            "\n";

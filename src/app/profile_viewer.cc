@@ -114,7 +114,7 @@ bool ProfileViewer::ExportData() {
 }
 
 std::string ProfileViewer::ComposeReport() {
-  // Reserved, so that a long text does not move while it grows.
+  // Reserve room, so that a long text is not reallocated while it grows.
   std::string room;
   room.reserve(EstimateText(*root, 60));
   report_stream.str(std::move(room));
@@ -144,12 +144,12 @@ void ProfileViewer::WriteSection(const char* heading,
 
 bool ProfileViewer::WriteTextFile(const std::string& path,
                                   const std::string& text) const {
-  // The text goes out in one write and needs no buffer. Allocating one after
-  // truncating the file could fail and lose the old report.
+  // The text is written in one piece and needs no buffer. Allocating a buffer
+  // after truncating the file could fail and lose the old report.
   std::array<char, 1> no_buffer{};
   std::ofstream file;
   file.rdbuf()->pubsetbuf(no_buffer.data(), no_buffer.size());
-  // Never overwrite the log, whatever name the path gives it.
+  // Never overwrite the log, by whatever path.
   if (!IsSameFile(path, loaded_path)) {
     file.open(path);
   }

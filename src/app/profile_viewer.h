@@ -33,7 +33,7 @@ class ProfileViewer {
   ProfileViewer& operator=(const ProfileViewer&) = delete;
 
   // Sets the options below and echoes each on standard output. Returns false if
-  // a number cannot be read or no input is named. For --help, and for an option
+  // a number cannot be read or there is no input. For --help, and for an option
   // that is unknown or lacks its argument, prints the usage text and ends the
   // process with status 0; getopt_long() reports a wrong option on standard
   // error.
@@ -47,9 +47,9 @@ class ProfileViewer {
   bool TakeLog(std::vector<std::uint8_t> bytes);
 
   // Computes everything that the report shows. May lower `num_warmup` to 1.
-  // Returns false if the log lacks a kind of message, a message belongs to no
-  // graph, or there are statistics to compute and `num_warmup` is negative or
-  // more than some event has runs.
+  // Returns false if the log has no finalize or no execute message, if a run
+  // belongs to no graph, or if there are statistics to compute and `num_warmup`
+  // is negative or exceeds the number of values of a series.
   bool ReadDataFromLog();
 
   // Writes the report to `output`, or to standard output if that is empty.

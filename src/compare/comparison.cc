@@ -11,8 +11,8 @@
 namespace lumo {
 namespace {
 
-// A name, ordered by its bytes. Those that two events share are not read: a
-// small log can have a million events with one name of a megabyte.
+// A name, ordered by its bytes. If two events share one stored name, it is not
+// read: in a small log, a million events can share a name of a megabyte.
 struct Name {
   std::string_view text;
 

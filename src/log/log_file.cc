@@ -20,10 +20,10 @@ static_assert(sizeof(void*) == 8,
               "library's verifier accepts offsets that wrap around, and a log "
               "dated after 2038 cannot be protected from being overwritten");
 
-// The verifier only asserts its limit on a buffer: 2 GiB - 1.
+// The limit of the verifier, which checks it only by an assertion: 2 GiB - 1.
 constexpr std::uint64_t kFirstSizeTooLarge = FLATBUFFERS_MAX_BUFFER_SIZE;
 
-// Returns whether a file seems unchanged, judging by its size and time stamps.
+// Returns whether a file is unchanged, as far as its size and times show.
 bool IsUnchanged(const struct stat& a, const struct stat& b) {
   return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
          a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;

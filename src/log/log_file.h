@@ -11,16 +11,16 @@
 
 namespace lumo {
 
-// What reading a file gave.
+// The result of reading a file.
 struct LogFile {
   // As many bytes as the file had when it was opened. Empty if the file cannot
   // be a log: a pipe, a folder, or 2147483647 bytes or more.
   std::vector<std::uint8_t> bytes;
   // Why the file could not be opened; empty if it could.
   std::string open_error;
-  // Why `bytes` may not be what the file had: the read failed or brought fewer
-  // bytes, and those missing are 0, or the file changed meanwhile. Empty if
-  // the file was read whole.
+  // Why `bytes` may differ from the content of the file: a read failed or
+  // returned fewer bytes (the missing ones are 0), or the file changed while it
+  // was read. Empty if the file was read whole.
   std::string read_error;
 };
 
@@ -30,14 +30,13 @@ LogFile ReadLogFile(const std::string& path);
 
 // Returns the root table of the log in `bytes`, or null, with the reason in
 // `error`, if the bytes are not a well-formed log: every offset, vector, string
-// terminator and alignment is checked, events may nest 62 levels deep and a log
-// may have 1,000,000 tables, each counted as often as something refers to it.
-// The root points into `bytes` and is valid while these are neither changed nor
-// moved to other storage.
+// terminator and alignment is checked, events may be nested 62 levels deep, and
+// a log may have 1,000,000 tables, each counted once for each reference to it.
+// The root points into `bytes` and is valid until they are changed or
+// reallocated.
 //
-// A valid log may still contain absent fields anywhere, numbers that their
-// enumeration does not name, names with any bytes in them, and tables that
-// several others share.
+// In a valid log, any field may still be absent, numbers may have no name in
+// their enumeration, names may contain any bytes, and tables may be shared.
 const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
                               std::string* error);
 

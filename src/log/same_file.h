@@ -7,11 +7,11 @@
 
 namespace lumo {
 
-// Returns whether both paths name the same file, device or pipe, also through
-// links. Returns false if either does not exist.
+// Returns whether both paths lead to the same file, device or pipe, possibly
+// through links. Returns false if either does not exist.
 bool IsSameFile(const std::string& a, const std::string& b);
 
-// Returns whether standard output goes into the file at `path`.
+// Returns whether standard output is the file at `path`.
 bool IsStandardOutput(const std::string& path);
 
 }  // namespace lumo

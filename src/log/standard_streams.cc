@@ -9,7 +9,7 @@ void OccupyStandardStreams() {
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO;
        ++descriptor) {
     if (fcntl(descriptor, F_GETFD) == -1) {
-      // Takes the lowest number that is free. A folder is everywhere, and
+      // The descriptor is the lowest free number. A folder always exists and
       // cannot be read or written as a file.
       open("/", O_RDONLY | O_DIRECTORY);
     }

@@ -5,11 +5,10 @@
 
 namespace lumo {
 
-// Occupies those of the file descriptors 0, 1 and 2 that are closed, with
-// something that can be neither read nor written, so that using such a stream
-// fails as before. Otherwise the next file to be opened, a log or a table,
-// would become standard output or standard error, and messages would go there.
-// To be called before any other file is opened.
+// Opens a placeholder, which can be neither read nor written, for each of the
+// file descriptors 0, 1 and 2 that is closed. Otherwise the next file to be
+// opened, a log or a table, would become standard output or standard error, and
+// messages would be written to it. Call this before any other file is opened.
 void OccupyStandardStreams();
 
 }  // namespace lumo

@@ -8,7 +8,7 @@ namespace lumo {
 namespace {
 
 // Returns the engines of a resource mask in the order of their bits, such as
-// "VPU, TMU, DMA"; bits without an engine add nothing.
+// "VPU, TMU, DMA"; other bits are ignored.
 std::string ResourceMaskText(std::uint8_t mask) {
   constexpr std::string_view kEngines[] = {"VPU", "TMU", "DMA"};
   std::string text;

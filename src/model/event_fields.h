@@ -1,4 +1,4 @@
-// What the fields of an event say in words.
+// The fields of an event as text, and the node id in its name.
 
 #ifndef LUMO_MODEL_EVENT_FIELDS_H_
 #define LUMO_MODEL_EVENT_FIELDS_H_
@@ -11,19 +11,19 @@
 
 namespace lumo {
 
-// Returns "us", "bytes", "cycles" or "count"; empty for every other number,
-// named or not. The text lives as long as the program.
+// Returns "us", "bytes", "cycles" or "count", or an empty text for any other
+// unit. The text is a constant of the program.
 std::string_view UnitText(ProfileEventUnit unit);
 
-// Returns what stands behind the name of an event in a listing: ": VPU, TMU"
-// for a resource mask, nothing for a background operation, and otherwise the
-// value and its unit, as in ": 1500 cycles".
+// Returns the text that follows the name of an event in a listing: ": VPU, TMU"
+// for a resource mask, an empty text for a background operation, otherwise the
+// value and the unit, such as ": 1500 cycles".
 std::string ValueText(const ProfilingEvent& event);
 
-// Returns the number in a name such as "node_id_12:Conv", which begins with
-// "node_id_" and contains this text only once: its first run of decimal digits.
-// Returns -1 if the name is not like that, has no digit, or the number is not a
-// 32-bit signed integer.
+// Returns the node id in a name such as "node_id_12:Conv": the first run of
+// decimal digits in a name that begins with "node_id_" and does not contain
+// this text again. Returns -1 for a name of another form, without digits, or
+// with a number that does not fit into a 32-bit signed integer.
 std::int32_t ParseNodeId(std::string_view name);
 
 }  // namespace lumo

@@ -31,7 +31,7 @@ void AppendEventValues(const ProfilingMessage& message,
   }
 }
 
-// Events in other units have no series, but take a position too.
+// Events in other units have no series, but count in the positions.
 void AppendMicrosecondValues(const ProfilingMessage& message,
                              EventSeriesMap* series) {
   const auto* const events = message.events();
@@ -67,7 +67,7 @@ std::vector<EventSeriesMap> CollectSeries(
   const MessageRange runs = RunsOf(groups, kind);
   for (std::int32_t i = runs.first; i < runs.end; ++i) {
     const ProfilingMessage& message = MessageAt(*groups.messages, i);
-    // A negative number becomes one that is larger than any.
+    // As an unsigned number, a negative one is out of range, too.
     const auto graph = static_cast<std::size_t>(GraphOf(message));
     if (graph < series.size()) {
       append_values(message, &series[graph]);

@@ -16,9 +16,9 @@ namespace lumo {
 // Identifies one event across the runs of a graph. Keys are ordered by
 // position, then by the bytes of the name.
 struct EventKey {
-  // The event's index in its message, counted over events of all units; for
-  // operations, their ordinal among the node events under one top-level event.
-  // From 0.
+  // Of a top-level event: its position among the events of its message, in all
+  // units. Of an operation: its ordinal among the node events under its
+  // top-level event. From 0.
   std::int32_t position;
   // Points into the log and lives as long as the log's bytes do.
   std::string_view name;
@@ -27,20 +27,19 @@ struct EventKey {
 };
 
 struct EventSeries {
-  // The unit's word for the event that came first, see UnitText().
+  // The unit of the first value, see UnitText().
   std::string_view unit;
-  // One value per run, in message order. A log's 64-bit values become the
-  // nearest floats here, because every figure of the report is defined in
-  // single precision.
+  // The values in the order of the runs, rounded to the nearest floats, because
+  // every figure of the report is defined in single precision.
   std::vector<float> values;
 };
 
 // The series of one graph; empty for a graph that has none.
 using EventSeriesMap = std::map<EventKey, EventSeries>;
 
-// The collectors return one element per graph, element g for graph g,
-// `graph_count` in all. An absent name counts as an empty one. Runs that belong
-// to no graph, see MessageGroups::graph_error, are ignored.
+// The functions below return `graph_count` elements; element g belongs to graph
+// g. An absent name counts as an empty one. Runs that belong to no graph, see
+// MessageGroups::graph_error, are ignored.
 
 // Returns the series of the top-level events in microseconds over the runs of
 // `kind`.

@@ -22,8 +22,8 @@ bool HasEventName(const ProfilingMessage& message, std::string_view text) {
   return false;
 }
 
-// Names the first message at positions 0 to `end` - 1 that belongs to none of
-// `graph_count` graphs. Returns an empty text if there is none.
+// Returns an error message about the first message at positions 0 to `end` - 1
+// whose graph is not from 0 to `graph_count` - 1, or an empty text.
 std::string FindGraphError(const MessageVector* messages, std::int32_t end,
                            std::int32_t graph_count) {
   for (std::int32_t i = 0; i < end; ++i) {
@@ -68,7 +68,7 @@ std::vector<std::int32_t> CountRuns(const MessageGroups& groups, RunKind kind) {
       static_cast<std::size_t>(groups.graph_count));
   const MessageRange runs = RunsOf(groups, kind);
   for (std::int32_t i = runs.first; i < runs.end; ++i) {
-    // A negative number becomes one that is larger than any.
+    // As an unsigned number, a negative one is out of range, too.
     const auto graph =
         static_cast<std::size_t>(GraphOf(MessageAt(*groups.messages, i)));
     if (graph < counts.size()) {

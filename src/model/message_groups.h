@@ -1,9 +1,9 @@
 // Which messages of a log are the finalize and the execute runs of which graph.
 //
-// With F messages that have an event named with kFinalizeText and E that have
-// one named with kExecuteText, the finalize runs are the messages at positions
-// 0 to F - 1 and the execute runs are the E messages after these, whatever they
-// contain: a writer puts them in that order.
+// If F messages have an event whose name contains kFinalizeText, and E messages
+// have one whose name contains kExecuteText, the messages at positions 0 to
+// F - 1 are the finalize runs and the next E messages are the execute runs,
+// whatever they contain. A writer puts them in that order.
 
 #ifndef LUMO_MODEL_MESSAGE_GROUPS_H_
 #define LUMO_MODEL_MESSAGE_GROUPS_H_
@@ -22,8 +22,8 @@ namespace lumo {
 using MessageVector =
     flatbuffers::Vector<flatbuffers::Offset<ProfilingMessage>>;
 
-// What the name of a top-level event contains in a finalize or an execute
-// message.
+// A message counts as a finalize or an execute message if the name of one of
+// its top-level events contains this text.
 inline constexpr std::string_view kFinalizeText = "(finalize)";
 inline constexpr std::string_view kExecuteText = "(execute)";
 
@@ -39,17 +39,17 @@ struct MessageRange {
 struct MessageGroups {
   // Null in a log without messages. Points into the log.
   const MessageVector* messages;
-  // The numbers of distinct graph indices, of messages with an event named with
-  // kFinalizeText, and of those with kExecuteText.
+  // The numbers of distinct graph indices, of finalize messages and of execute
+  // messages.
   std::int32_t graph_count;
   std::int32_t prepare_count;
   std::int32_t inference_count;
-  // The runs of each kind. Every position is one of `messages`, although the
-  // counts do not promise that: a message may count as both kinds.
+  // The runs of each kind. They are limited to the positions of `messages`,
+  // because the counts may be too large: a message may count as both kinds.
   MessageRange finalize_runs;
   MessageRange execute_runs;
-  // Empty if each run belongs to one of the graphs 0 to `graph_count` - 1;
-  // otherwise says which is the first that does not.
+  // Empty if each run belongs to one of the graphs 0 to `graph_count` - 1,
+  // otherwise a message about the first run that does not.
   std::string graph_error;
 };
 
@@ -64,8 +64,8 @@ MessageRange RunsOf(const MessageGroups& groups, RunKind kind);
 // that belong to no graph are ignored.
 std::vector<std::int32_t> CountRuns(const MessageGroups& groups, RunKind kind);
 
-// Returns the graph that a message belongs to: the low 32 bits of its index,
-// read as a signed number. It is that of a graph only if it is in 0 to
+// Returns the number of the graph of a message: the low 32 bits of its index,
+// as a signed number. Such a graph exists only if the number is from 0 to
 // `graph_count` - 1.
 std::int32_t GraphOf(const ProfilingMessage& message);
 
@@ -73,7 +73,7 @@ std::int32_t GraphOf(const ProfilingMessage& message);
 const ProfilingMessage& MessageAt(const MessageVector& messages,
                                   std::int32_t i);
 
-// Returns the number of distinct graph indices, compared in all their 64 bits.
+// Returns the number of distinct graph indices, compared as 64-bit numbers.
 // `messages` may be null.
 std::int32_t CountGraphs(const MessageVector* messages);
 

@@ -12,7 +12,7 @@ namespace {
 // A binary heap with the smallest percent at the root; the children of position
 // p are at 2p + 1 and 2p + 2. The standard library's heap is not used because
 // it moves equal elements in another order, and the order of ties is part of
-// the report. Percents that are not numbers compare as equal to all.
+// the report. NaN compares as equal to every percent.
 
 bool IsLarger(const TopOpEntry& a, const TopOpEntry& b) {
   return a.percent > b.percent;
@@ -57,7 +57,7 @@ std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
   std::vector<TopOpEntry> heap;
   for (const TopOpEntry& entry : entries) {
     Push(entry, &heap);
-    // Read as unsigned, a negative count is more than any heap holds.
+    // As an unsigned number, a negative `topK` is larger than any heap.
     if (heap.size() > static_cast<std::size_t>(topK)) {
       Pop(&heap);
     }

@@ -14,8 +14,8 @@ namespace lumo {
 
 // One operation over all runs of its graph, warm-up runs included.
 struct OpAverage {
-  // The average as a share of the sum of all operations' averages, whatever
-  // their units, 0 to 100; not a number if that sum is 0.
+  // The average in percent of the sum of the averages of all operations,
+  // whatever their units: 0 to 100, or NaN if the sum is 0.
   float percent;
   float average;
   // The unit of the average, see UnitText().
@@ -25,7 +25,7 @@ struct OpAverage {
 // One entry per operation of one graph, under the keys of its node series.
 using OpAverageMap = std::map<EventKey, OpAverage>;
 
-// One row of a top list: an operation's name, and the rest as in its OpAverage.
+// One row of a top list: the name of an operation and its OpAverage.
 struct TopOpEntry {
   // Points into the log and lives as long as the log's bytes do.
   std::string_view name;
@@ -34,16 +34,16 @@ struct TopOpEntry {
   float average;
 };
 
-// Returns the `topK` entries of largest percent, largest first; all of them
-// if there are fewer or `topK` is negative. Among equal percents the order
-// of `entries` decides by the rules of the binary heap in the source file,
-// which are part of the report: they say which of several equal operations
-// stay.
+// Returns the `topK` entries with the largest percent, largest first; all of
+// them if there are fewer or `topK` is negative. Which of several entries with
+// equal percent are returned, and in which order, depends on the order of
+// `entries` and on the binary heap in the source file. It is part of the
+// report, so it must not change.
 std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
                                      std::int32_t topK);
 
-// Appends one element for the graph with these node series to `op_averages` and
-// one, with at most `topK` rows (all if it is negative), to `top_ops`.
+// Appends one element to `op_averages`, for the graph with these node series,
+// and one to `top_ops`, with its SelectTopOps().
 void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
                         std::vector<OpAverageMap>* op_averages,
                         std::vector<std::vector<TopOpEntry>>* top_ops);

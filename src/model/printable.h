@@ -1,4 +1,4 @@
-// Foreign text inside a message of one line.
+// Escapes untrusted text for one-line messages.
 
 #ifndef LUMO_MODEL_PRINTABLE_H_
 #define LUMO_MODEL_PRINTABLE_H_
@@ -8,11 +8,11 @@
 
 namespace lumo {
 
-// Returns `text` without a byte that could end the line or begin an escape
-// code: the backslash and the bytes below 0x20 and of 0x7f as \\, \n, \t or
-// \x1b (two lower-case digits), all others as they are. Of a text longer than
-// 200 bytes only the first 200 are taken, even if that cuts a character, with
-// "..." after them.
+// Returns `text` with the backslash and the control characters, which could end
+// the line or begin an escape sequence, escaped as \\, \n, \t or \x1b (two
+// lower-case digits). Control characters are the bytes below 0x20, and 0x7f. A
+// text of more than 200 bytes is first truncated to 200, even within a
+// character, and "..." is appended.
 std::string Printable(std::string_view text);
 
 // As Printable(), but of any length.

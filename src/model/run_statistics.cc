@@ -9,16 +9,17 @@
 namespace lumo {
 namespace {
 
-// With these options the compiler drops infinities and the sign of zero and
-// reorders sums. Not every compiler announces each option of -ffast-math.
+// With these options the compiler ignores infinities and the sign of zero and
+// reorders sums. Not every compiler defines a macro for each part of
+// -ffast-math.
 #if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) ||      \
     defined(__NO_SIGNED_ZEROS__) || defined(__RECIPROCAL_MATH__) || \
     (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
-#error "the figures would be others: build without -ffast-math and the like"
+#error "the figures would differ: build without -ffast-math and its parts"
 #endif
 
 static_assert(FLT_EVAL_METHOD == 0,
-              "the figures are defined by float operations that round at once");
+              "the figures are defined by operations that round to float");
 
 // The first series of graph 0 decides for the whole list, however many values
 // the other series have.
@@ -75,7 +76,7 @@ float SampleDeviation(std::span<const float> values, float mean) {
   if (values.size() == 1) {
     return 0.0F;
   }
-  // For no values this leads to the root of 0 / -1, negative zero.
+  // For no values, the result is the root of 0 / -1, which is negative zero.
   float sum = 0.0F;
   for (const float value : values) {
     sum += (value - mean) * (value - mean);

@@ -14,18 +14,19 @@
 
 namespace lumo {
 
-// Returns the sum of `values`, added one by one from 0 in their order, divided
-// by their number; 0 for no values. Every step rounds to a float: a wider or
-// reordered sum would change digits of the report.
+// Returns the mean of `values`; 0 if there are none. They are added in their
+// order, and every step is rounded to a float: a wider or reordered sum would
+// change digits of the report.
 float Mean(std::span<const float> values);
 
 // Returns the sample standard deviation (divisor: number of values - 1) of
 // `values`, whose mean is `mean`, with the same order and rounding as Mean().
-// It is 0 for one value and negative zero for none, infinite if the squares
-// exceed a float, and not a number only if a value is infinite or none itself.
+// It is 0 for one value, negative zero for none, infinite if the sum of the
+// squares exceeds the range of a float, and NaN only if a value is infinite or
+// NaN.
 float SampleDeviation(std::span<const float> values, float mean);
 
-// What stands for each figure of a list of single runs, which has no
+// The value of each figure if the list has single runs, for which there are no
 // statistics.
 inline constexpr float kNotComputed = -1.0F;
 
@@ -42,21 +43,21 @@ struct RunStatistics {
   std::string_view unit;
 };
 
-// Returns whether the figures can be printed: none is kNotComputed or not a
-// number. Negative zero is a figure like any other.
+// Returns whether the figures can be printed: none is kNotComputed or NaN.
+// Negative zero can be printed.
 bool IsComputed(const RunStatistics& statistics);
 
 // One entry per series of one graph, under the same keys.
 using StatisticsMap = std::map<EventKey, RunStatistics>;
 
 // Appends one StatisticsMap per element of `series` to `statistics`, in their
-// order, with the first `num_warmup` values of every series taken as warm-up.
-// If the very first series of the first graph holds one value, the whole list
-// counts as single runs.
+// order. The first `num_warmup` values of every series are its warm-up. If the
+// first series of the first graph has only one value, the whole list counts as
+// single runs.
 //
-// Returns false, with the reason in `error`, if the list is not one of single
-// runs and has a series of fewer than `num_warmup` values, or any series at all
-// and `num_warmup` is negative. Nothing is appended then.
+// Otherwise, returns false, with the reason in `error`, and appends nothing if
+// a series has fewer than `num_warmup` values, or if there is a series and
+// `num_warmup` is negative.
 bool ComputeRunStatistics(const std::vector<EventSeriesMap>& series,
                           std::int32_t num_warmup,
                           std::vector<StatisticsMap>* statistics,

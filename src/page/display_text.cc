@@ -18,9 +18,8 @@ std::string ReplaceInvalid(std::string_view bytes) {
   return json::parse(text).get<std::string>();
 }
 
-// Returns `text` with the characters that change the direction of the text
-// after them, and so could disguise a name, written as escapes: U+202A to
-// U+202E and U+2066 to U+2069.
+// Returns `text` with U+202A to U+202E and U+2066 to U+2069 escaped: they
+// change the direction of the text after them and could disguise a name.
 std::string EscapeDirections(std::string_view text) {
   std::string escaped;
   for (std::size_t i = 0; i < text.size(); ++i) {

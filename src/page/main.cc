@@ -31,7 +31,7 @@ constexpr lumo::Program kProgram = {
     "  --help          print this text and exit\n"
     "  --version       print the version and exit\n"};
 
-// A browser takes minutes for more rows, which only a log made for that has.
+// A browser takes minutes for more rows. Only an artificial log has as many.
 constexpr std::size_t kMostSeries = 100000;
 
 std::size_t CountSeries(const lumo::Page& page) {

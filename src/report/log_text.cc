@@ -17,10 +17,10 @@ namespace {
 // Whether the library writes `c` as it is inside a text.
 bool IsPlain(char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; }
 
-// The visitor of FlatBufferToString(), but for two members: it prints each
-// 64-bit number through a stream made for it, a fifth of a whole run, and looks
-// at texts character by character, a tenth of one, although few have anything
-// to escape.
+// The visitor of FlatBufferToString(), with two members replaced. The library
+// creates a stream to print each 64-bit number, which takes a fifth of a whole
+// run, and escapes texts character by character, which takes a tenth, although
+// few texts contain a character to escape.
 struct LogTextVisitor : public flatbuffers::ToStringVisitor {
   using ToStringVisitor::ToStringVisitor;
   void ULong(std::uint64_t number) override { s += std::to_string(number); }
@@ -40,8 +40,8 @@ struct LogTextVisitor : public flatbuffers::ToStringVisitor {
 
 std::string LogTextConverter::RenderLogText(
     const std::vector<std::uint8_t>& log_storage) const {
-  // Does what FlatBufferToString() does, but into reserved room and without a
-  // final copy, which saves a fifth of a run and a third of its memory.
+  // Like FlatBufferToString(), but with room reserved and without a final copy,
+  // which saves a fifth of a run and a third of its memory.
   LogTextVisitor visitor(" ", false, "", true);
   visitor.s.reserve(EstimateText(*GetProfilingLog(log_storage.data()), 150));
   flatbuffers::IterateFlatBuffer(log_storage.data(), ProfilingLogTypeTable(),

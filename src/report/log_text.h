@@ -9,7 +9,7 @@
 
 namespace lumo {
 
-// Renders logs as text. It has no state: that it is an object is required.
+// Renders logs as text. It has no state, but is required to be an object.
 class LogTextConverter {
  public:
   // Returns every field of the log in `log_storage`, which must have been

@@ -13,8 +13,8 @@ namespace lumo {
 
 // Writes every operation of every graph in key order, then the rows of
 // `top_ops` as they are, below a heading with `topK`. Element g of both belongs
-// to graph g. Always returns true: the result is required, and its caller
-// ignores it.
+// to graph g. Always returns true: the return value is required, but nothing
+// reads it.
 bool WriteOpSections(std::ostream& stream,
                      const std::vector<OpAverageMap>& op_averages,
                      const std::vector<std::vector<TopOpEntry>>& top_ops,

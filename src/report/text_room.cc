@@ -23,8 +23,8 @@ std::size_t MeasureEvents(const EventVector* events,
 }  // namespace
 
 std::size_t EstimateText(const ProfilingLog& log, std::size_t bytes_per_event) {
-  // Messages of one kind are much alike, and to visit all events would cost a
-  // tenth of a run.
+  // Messages of one kind are alike, and visiting all events would take a tenth
+  // of a run.
   constexpr flatbuffers::uoffset_t kSamples = 16;
   const auto* const messages = log.messages();
   const auto count =

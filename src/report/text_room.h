@@ -9,10 +9,10 @@
 
 namespace lumo {
 
-// Estimates, from a sample of the messages, how many bytes a text has that
-// writes the name and `bytes_per_event` further bytes of every event of a
-// verified log. Reserving this much keeps most texts from moving while they
-// grow. It depends on what the log contains, not on the size of its file.
+// Estimates the size of a text that has the name and `bytes_per_event` more
+// bytes for each event of a verified log. If this much is reserved, most texts
+// are not reallocated while they grow. The estimate is from a sample of the
+// messages. It depends on the content of the log, not on the size of its file.
 std::size_t EstimateText(const ProfilingLog& log, std::size_t bytes_per_event);
 
 }  // namespace lumo
