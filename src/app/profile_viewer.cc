@@ -114,9 +114,11 @@ bool ProfileViewer::ExportData() {
 }
 
 std::string ProfileViewer::ComposeReport() {
-  // Reserve room, so that a long text is not reallocated while it grows.
+  // Reserve room, which the stream keeps, so that a long report is not
+  // reallocated while it grows.
+  constexpr std::size_t kBytesPerEvent = 60;
   std::string room;
-  room.reserve(EstimateText(*root, 60));
+  room.reserve(EstimateTextSize(*root, log_storage.size(), kBytesPerEvent));
   report_stream.str(std::move(room));
 
   WriteReportHeader(report_stream, root, graph_count, prepare_count,

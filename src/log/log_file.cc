@@ -20,17 +20,17 @@ static_assert(sizeof(void*) == 8,
               "library's verifier accepts offsets that wrap around, and a log "
               "dated after 2038 cannot be protected from being overwritten");
 
-// The limit of the verifier, which checks it only by an assertion: 2 GiB - 1.
-constexpr std::uint64_t kFirstSizeTooLarge = FLATBUFFERS_MAX_BUFFER_SIZE;
+// The verifier checks its limit, 2 GiB - 1, only by an assertion.
+constexpr std::uint64_t kMaxLogSize = FLATBUFFERS_MAX_BUFFER_SIZE - 1;
 
-// Returns whether a file is unchanged, as far as its size and times show.
+// Returns whether the size and the modification time are the same.
 bool IsUnchanged(const struct stat& a, const struct stat& b) {
   return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
          a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
 }
 
-// Replaces `bytes` with as many bytes as `file` has. Returns why they are not
-// the whole content, or an empty text.
+// Sets `bytes` to the content of the file, or to nothing if it cannot be a log.
+// Returns LogFile::read_error.
 std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
   struct stat before = {};
   struct stat after = {};
@@ -41,7 +41,7 @@ std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
     return "";  // it has no size, so it cannot be a log
   }
   const auto size = static_cast<std::uint64_t>(ftello(file));
-  if (size >= kFirstSizeTooLarge) {
+  if (size > kMaxLogSize) {
     return "";
   }
   if (fseeko(file, 0, SEEK_SET) != 0) {
@@ -83,7 +83,7 @@ LogFile ReadLogFile(const std::string& path) {
 
 const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
                               std::string* error) {
-  if (bytes.size() < kFirstSizeTooLarge) {
+  if (bytes.size() <= kMaxLogSize) {
     flatbuffers::Verifier verifier(bytes.data(), bytes.size());
     if (VerifyProfilingLogBuffer(verifier)) {
       return GetProfilingLog(bytes.data());

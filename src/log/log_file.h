@@ -20,7 +20,7 @@ struct LogFile {
   std::string open_error;
   // Why `bytes` may differ from the content of the file: a read failed or
   // returned fewer bytes (the missing ones are 0), or the file changed while it
-  // was read. Empty if the file was read whole.
+  // was read. Empty if the file was read whole or cannot be a log.
   std::string read_error;
 };
 

@@ -12,10 +12,13 @@ namespace {
 using flatbuffers::uoffset_t;
 using flatbuffers::VectorLength;
 
+EventKey KeyOf(const ProfilingEvent& event, std::int32_t position) {
+  return {position, flatbuffers::GetStringView(event.name())};
+}
+
 // Appends the event's value to its series, creating the series on first use.
-void AppendValue(const ProfilingEvent& event, std::int32_t position,
+void AppendValue(const EventKey& key, const ProfilingEvent& event,
                  EventSeriesMap* series) {
-  const EventKey key = {position, flatbuffers::GetStringView(event.name())};
   const auto [entry, is_new] = series->try_emplace(key);
   if (is_new) {
     entry->second.unit = UnitText(event.unit());
@@ -27,7 +30,8 @@ void AppendEventValues(const ProfilingMessage& message,
                        EventSeriesMap* series) {
   const auto* const events = message.events();
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-    AppendValue(*events->Get(j), static_cast<std::int32_t>(j), series);
+    const ProfilingEvent& event = *events->Get(j);
+    AppendValue(KeyOf(event, static_cast<std::int32_t>(j)), event, series);
   }
 }
 
@@ -38,23 +42,15 @@ void AppendMicrosecondValues(const ProfilingMessage& message,
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
     const ProfilingEvent& event = *events->Get(j);
     if (event.unit() == ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC) {
-      AppendValue(event, static_cast<std::int32_t>(j), series);
+      AppendValue(KeyOf(event, static_cast<std::int32_t>(j)), event, series);
     }
   }
 }
 
-void AppendNodeValues(const ProfilingMessage& message, EventSeriesMap* series) {
-  const auto* const events = message.events();
-  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-    const auto* const sub_events = events->Get(j)->sub_events();
-    std::int32_t ordinal = 0;
-    for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
-      const ProfilingEvent& event = *sub_events->Get(k);
-      if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-        AppendValue(event, ordinal, series);
-        ++ordinal;
-      }
-    }
+void AppendOperationValues(const ProfilingMessage& message,
+                           EventSeriesMap* series) {
+  for (const Operation& operation : OperationsOf(message)) {
+    AppendValue(operation.key, *operation.event, series);
   }
 }
 
@@ -67,16 +63,31 @@ std::vector<EventSeriesMap> CollectSeries(
   const MessageRange runs = RunsOf(groups, kind);
   for (std::int32_t i = runs.first; i < runs.end; ++i) {
     const ProfilingMessage& message = MessageAt(*groups.messages, i);
-    // As an unsigned number, a negative one is out of range, too.
-    const auto graph = static_cast<std::size_t>(GraphOf(message));
-    if (graph < series.size()) {
-      append_values(message, &series[graph]);
+    if (const auto graph = GraphOf(message, groups.graph_count)) {
+      append_values(message, &series[*graph]);
     }
   }
   return series;
 }
 
 }  // namespace
+
+std::vector<Operation> OperationsOf(const ProfilingMessage& message) {
+  std::vector<Operation> operations;
+  const auto* const events = message.events();
+  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+    const auto* const sub_events = events->Get(j)->sub_events();
+    std::int32_t ordinal = 0;
+    for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
+      const ProfilingEvent& event = *sub_events->Get(k);
+      if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
+        operations.push_back({KeyOf(event, ordinal), &event});
+        ++ordinal;
+      }
+    }
+  }
+  return operations;
+}
 
 std::vector<EventSeriesMap> CollectEventSeries(const MessageGroups& groups,
                                                RunKind kind) {
@@ -89,7 +100,7 @@ std::vector<EventSeriesMap> CollectEventSeriesOfAllUnits(
 }
 
 std::vector<EventSeriesMap> CollectNodeSeries(const MessageGroups& groups) {
-  return CollectSeries(groups, RunKind::kExecute, AppendNodeValues);
+  return CollectSeries(groups, RunKind::kExecute, AppendOperationValues);
 }
 
 }  // namespace lumo

@@ -1,7 +1,6 @@
 #include "model/message_groups.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <iterator>
 
 namespace lumo {
@@ -28,8 +27,7 @@ std::string FindGraphError(const MessageVector* messages, std::int32_t end,
                            std::int32_t graph_count) {
   for (std::int32_t i = 0; i < end; ++i) {
     const ProfilingMessage& message = MessageAt(*messages, i);
-    const std::int32_t graph = GraphOf(message);
-    if (graph < 0 || graph >= graph_count) {
+    if (!GraphOf(message, graph_count)) {
       return "The message at position " + std::to_string(i) +
              " has graph_index " + std::to_string(message.graph_index()) +
              ", but graph_count is " + std::to_string(graph_count) + ".";
@@ -68,18 +66,21 @@ std::vector<std::int32_t> CountRuns(const MessageGroups& groups, RunKind kind) {
       static_cast<std::size_t>(groups.graph_count));
   const MessageRange runs = RunsOf(groups, kind);
   for (std::int32_t i = runs.first; i < runs.end; ++i) {
-    // As an unsigned number, a negative one is out of range, too.
-    const auto graph =
-        static_cast<std::size_t>(GraphOf(MessageAt(*groups.messages, i)));
-    if (graph < counts.size()) {
-      ++counts[graph];
+    const ProfilingMessage& message = MessageAt(*groups.messages, i);
+    if (const auto graph = GraphOf(message, groups.graph_count)) {
+      ++counts[*graph];
     }
   }
   return counts;
 }
 
-std::int32_t GraphOf(const ProfilingMessage& message) {
-  return static_cast<std::int32_t>(message.graph_index());
+std::optional<std::size_t> GraphOf(const ProfilingMessage& message,
+                                   std::int32_t graph_count) {
+  const auto graph = static_cast<std::int32_t>(message.graph_index());
+  if (graph < 0 || graph >= graph_count) {
+    return std::nullopt;
+  }
+  return static_cast<std::size_t>(graph);
 }
 
 const ProfilingMessage& MessageAt(const MessageVector& messages,

@@ -8,7 +8,9 @@
 #ifndef LUMO_MODEL_MESSAGE_GROUPS_H_
 #define LUMO_MODEL_MESSAGE_GROUPS_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,7 @@ namespace lumo {
 
 using MessageVector =
     flatbuffers::Vector<flatbuffers::Offset<ProfilingMessage>>;
+using EventVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingEvent>>;
 
 // A message counts as a finalize or an execute message if the name of one of
 // its top-level events contains this text.
@@ -64,10 +67,10 @@ MessageRange RunsOf(const MessageGroups& groups, RunKind kind);
 // that belong to no graph are ignored.
 std::vector<std::int32_t> CountRuns(const MessageGroups& groups, RunKind kind);
 
-// Returns the number of the graph of a message: the low 32 bits of its index,
-// as a signed number. Such a graph exists only if the number is from 0 to
-// `graph_count` - 1.
-std::int32_t GraphOf(const ProfilingMessage& message);
+// Returns the graph of a message: the low 32 bits of its index, as a signed
+// number. Returns nothing if it is not from 0 to `graph_count` - 1.
+std::optional<std::size_t> GraphOf(const ProfilingMessage& message,
+                                   std::int32_t graph_count);
 
 // Returns the message at position `i`, from 0, which must exist.
 const ProfilingMessage& MessageAt(const MessageVector& messages,

@@ -71,9 +71,7 @@ std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
   return top_ops;
 }
 
-void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
-                        std::vector<OpAverageMap>* op_averages,
-                        std::vector<std::vector<TopOpEntry>>* top_ops) {
+OpAverageMap AverageOps(const EventSeriesMap& node_series) {
   OpAverageMap averages;
   float total = 0.0F;
   for (const auto& [key, op] : node_series) {
@@ -81,14 +79,21 @@ void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
     total += average;
     averages.emplace(key, OpAverage{0.0F, average, op.unit});
   }
-
-  std::vector<TopOpEntry> entries;
-  entries.reserve(averages.size());
   for (auto& [key, op] : averages) {
     op.percent = op.average / total * 100.0F;
+  }
+  return averages;
+}
+
+void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
+                        std::vector<OpAverageMap>* op_averages,
+                        std::vector<std::vector<TopOpEntry>>* top_ops) {
+  OpAverageMap averages = AverageOps(node_series);
+  std::vector<TopOpEntry> entries;
+  entries.reserve(averages.size());
+  for (const auto& [key, op] : averages) {
     entries.push_back({key.name, op.unit, op.percent, op.average});
   }
-
   top_ops->push_back(SelectTopOps(entries, topK));
   op_averages->push_back(std::move(averages));
 }

@@ -42,8 +42,11 @@ struct TopOpEntry {
 std::vector<TopOpEntry> SelectTopOps(const std::vector<TopOpEntry>& entries,
                                      std::int32_t topK);
 
+// Returns the averages and shares of the operations of one graph.
+OpAverageMap AverageOps(const EventSeriesMap& node_series);
+
 // Appends one element to `op_averages`, for the graph with these node series,
-// and one to `top_ops`, with its SelectTopOps().
+// and one to `top_ops`, with the `topK` entries of SelectTopOps().
 void AggregateNodeTimes(const EventSeriesMap& node_series, std::int32_t topK,
                         std::vector<OpAverageMap>* op_averages,
                         std::vector<std::vector<TopOpEntry>>* top_ops);

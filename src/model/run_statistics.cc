@@ -36,7 +36,8 @@ RunStatistics StatisticsOf(const EventSeries& event, std::size_t num_warmup) {
           event.unit};
 }
 
-// Returns whether every series has at least `num_warmup` values.
+// Returns false, with the reason in `error`, if a series has fewer than
+// `num_warmup` values, or if there is a series and `num_warmup` is negative.
 bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
                     std::int32_t num_warmup, std::string* error) {
   std::int32_t graph_position = 0;

@@ -5,31 +5,16 @@
 #include <cstddef>
 #include <utility>
 
-#include <flatbuffers/flatbuffers.h>
-
 namespace lumo {
 namespace {
-
-using flatbuffers::VectorLength;
 
 using Samples = std::map<EventKey, SampleOperation>;
 
 // Adds the operations of a run that are not there yet.
 void AddOperations(const ProfilingMessage& message, std::int32_t run,
                    Samples* samples) {
-  const auto* const events = message.events();
-  for (flatbuffers::uoffset_t j = 0; j < VectorLength(events); ++j) {
-    const auto* const sub_events = events->Get(j)->sub_events();
-    std::int32_t ordinal = 0;
-    for (flatbuffers::uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
-      const ProfilingEvent* const event = sub_events->Get(k);
-      if (event->type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-        samples->try_emplace(
-            EventKey{ordinal, flatbuffers::GetStringView(event->name())},
-            SampleOperation{event, run});
-        ++ordinal;
-      }
-    }
+  for (const Operation& operation : OperationsOf(message)) {
+    samples->try_emplace(operation.key, SampleOperation{operation.event, run});
   }
 }
 
@@ -42,10 +27,10 @@ std::vector<Samples> FindSamples(const ComparedLog& log,
     const MessageRange range = log.groups.execute_runs;
     for (std::int32_t i = range.first; i < range.end; ++i) {
       const ProfilingMessage& message = MessageAt(*log.groups.messages, i);
-      const auto graph = static_cast<std::size_t>(GraphOf(message));
-      const std::int32_t run = runs[graph]++;
+      const auto graph = GraphOf(message, log.groups.graph_count);
+      const std::int32_t run = runs[*graph]++;
       if ((run < num_warmup) == is_warmup) {
-        AddOperations(message, run, &samples[graph]);
+        AddOperations(message, run, &samples[*graph]);
       }
     }
   }
@@ -60,12 +45,9 @@ bool HasOneUnit(const EventSeriesMap& series) {
 
 PageLog MakePageLog(const ComparedLog& log, std::int32_t num_warmup) {
   PageLog page_log = {&log, {}, FindSamples(log, num_warmup)};
-  std::vector<std::vector<TopOpEntry>> unused;
   for (const EventSeriesMap& operations : log.series.operations) {
-    AggregateNodeTimes(operations, 0, &page_log.op_averages, &unused);
-    if (!HasOneUnit(operations)) {
-      page_log.op_averages.back().clear();
-    }
+    page_log.op_averages.push_back(
+        HasOneUnit(operations) ? AverageOps(operations) : OpAverageMap{});
   }
   return page_log;
 }

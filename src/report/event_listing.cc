@@ -16,7 +16,7 @@
 namespace lumo {
 namespace {
 
-// A step of indentation is four blanks.
+// Each level is indented by four blanks.
 constexpr std::int32_t kTopLevelDepth = 3;
 
 // "75.00% | name: 1500 cycles" for an operation, "name: 1500 cycles" and the

@@ -1,8 +1,7 @@
-// The library's rendering of a log, into a text that has room for it.
-
 #include "report/log_text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -42,8 +41,11 @@ std::string LogTextConverter::RenderLogText(
     const std::vector<std::uint8_t>& log_storage) const {
   // Like FlatBufferToString(), but with room reserved and without a final copy,
   // which saves a fifth of a run and a third of its memory.
-  LogTextVisitor visitor(" ", false, "", true);
-  visitor.s.reserve(EstimateText(*GetProfilingLog(log_storage.data()), 150));
+  constexpr std::size_t kBytesPerEvent = 150;
+  LogTextVisitor visitor(/*delimiter=*/" ", /*quotes=*/false, /*indent=*/"",
+                         /*vdelimited=*/true);
+  visitor.s.reserve(EstimateTextSize(*GetProfilingLog(log_storage.data()),
+                                     log_storage.size(), kBytesPerEvent));
   flatbuffers::IterateFlatBuffer(log_storage.data(), ProfilingLogTypeTable(),
                                  &visitor);
   return std::move(visitor.s);

@@ -1,11 +1,13 @@
 #include "report/text_room.h"
 
+#include <algorithm>
+
 #include <flatbuffers/flatbuffers.h>
+
+#include "model/message_groups.h"
 
 namespace lumo {
 namespace {
-
-using EventVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingEvent>>;
 
 // `events` may be null.
 std::size_t MeasureEvents(const EventVector* events,
@@ -22,7 +24,8 @@ std::size_t MeasureEvents(const EventVector* events,
 
 }  // namespace
 
-std::size_t EstimateText(const ProfilingLog& log, std::size_t bytes_per_event) {
+std::size_t EstimateTextSize(const ProfilingLog& log, std::size_t log_size,
+                             std::size_t bytes_per_event) {
   // Messages of one kind are alike, and visiting all events would take a tenth
   // of a run.
   constexpr flatbuffers::uoffset_t kSamples = 16;
@@ -34,7 +37,9 @@ std::size_t EstimateText(const ProfilingLog& log, std::size_t bytes_per_event) {
   for (flatbuffers::uoffset_t i = 0; i < count; i += step) {
     size += MeasureEvents(messages->Get(i)->events(), bytes_per_event);
   }
-  return size * step;
+  // If the sample has the only large message among thousands of small ones, the
+  // product could exceed the memory.
+  return std::min(size * step, log_size * 6);
 }
 
 }  // namespace lumo

@@ -9,11 +9,12 @@
 
 namespace lumo {
 
-// Estimates the size of a text that has the name and `bytes_per_event` more
-// bytes for each event of a verified log. If this much is reserved, most texts
-// are not reallocated while they grow. The estimate is from a sample of the
-// messages. It depends on the content of the log, not on the size of its file.
-std::size_t EstimateText(const ProfilingLog& log, std::size_t bytes_per_event);
+// Estimates, from a sample of the messages, the size of a text that has the
+// name and `bytes_per_event` more bytes for each event of a verified log of
+// `log_size` bytes. If this much is reserved, most texts are not reallocated
+// while they grow. Returns at most six times `log_size`.
+std::size_t EstimateTextSize(const ProfilingLog& log, std::size_t log_size,
+                             std::size_t bytes_per_event);
 
 }  // namespace lumo
 
