@@ -38,8 +38,8 @@ bool ParseInteger(const char* text, std::int32_t* number) {
   return true;
 }
 
-bool ReportNoInteger(const Console& console, const std::string& name,
-                     const std::string& text) {
+bool ReportBadInteger(const Console& console, const std::string& name,
+                      const std::string& text) {
   return ReportError(console, "Option " + name +
                                   " takes a 32-bit integer, not [" +
                                   Printable(text) + "].");
@@ -80,13 +80,13 @@ bool ProfileViewer::ParseCommandLine(int argc, char** argv) {
         break;
       case 'k':
         if (!ParseInteger(optarg, &topK)) {
-          return ReportNoInteger(console, "--topK", optarg);
+          return ReportBadInteger(console, "--topK", optarg);
         }
         console.out << "[Profile Viewer] Top K: [" << topK << "]" << std::endl;
         break;
       case 'w':
         if (!ParseInteger(optarg, &num_warmup)) {
-          return ReportNoInteger(console, "--num_warmup", optarg);
+          return ReportBadInteger(console, "--num_warmup", optarg);
         }
         console.out << "[Profile Viewer] Number of warmups: [" << num_warmup
                     << "]" << std::endl;
