@@ -2,15 +2,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
+#include <ostream>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "compare/compared_log.h"
+#include "compare/comparison.h"
+#include "compare/comparison_rows.h"
+#include "export/event_table.h"
 #include "generated_log.h"
 #include "log/log_file.h"
 #include "model/message_groups.h"
+#include "page/page_data.h"
+#include "page/page_html.h"
+#include "page/page_tables.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -48,6 +58,29 @@ TEST(Limits, GraphIndicesMayBeChosenToCollide) {
   const Bytes log = GenerateLog(
       {.graphs = 300000, .executes = 0, .graph_step = hash_set.bucket_count()});
   EXPECT_EQ(CountGraphs(GetProfilingLog(log.data())->messages()), 300000);
+}
+
+// The names of this log in a table are 20 GB.
+TEST(Limits, AFailedWriteEndsTheText) {
+  Log log = {
+      "",
+      GenerateLog({.operations = 20000, .zeros = 1000000, .is_shared = true}),
+      nullptr};
+  log.root = GetProfilingLog(log.bytes.data());
+  MessageGroups groups = GroupMessages(*log.root);
+  LogSeries series = CollectLogSeries(groups);
+  const ComparedLog compared = {std::move(log), std::move(groups),
+                                std::move(series)};
+  std::ostream failed(nullptr);
+  const std::clock_t start = std::clock();
+  WriteEventTable(failed, *compared.log.root);
+  WriteComparisonRows(failed, CompareSeries(compared.series, {}, 1, 99));
+#ifdef LUMO_HAS_PAGE
+  const Page page = MakePage(compared, nullptr, 1);
+  WriteTables(failed, page);
+  WritePageData(failed, page);
+#endif
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5) << "seconds";
 }
 
 // A run ends with either a report or an error line.
