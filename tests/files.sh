@@ -158,7 +158,8 @@ check_output() {
   if [ "${#strace[@]}" != 0 ]; then
     for failure in fsync:error=EIO /access:error=ENOENT; do
       expect 1 'new/later: cannot be written whole: Input/output error' \
-        "${strace[@]}" -e inject=fsync:error=EIO -e "inject=$failure" "${command[@]}" --output new/later
+        "${strace[@]}" -e inject=fsync:error=EIO -e "inject=$failure" \
+        "${command[@]}" --output new/later
       expect_file new/later older
     done
     expect 0 '' "${strace[@]}" -e "inject=$failure" "${command[@]}" --output new/later
