@@ -7,7 +7,7 @@
 #include <ios>
 #include <vector>
 
-#include "large_log.h"
+#include "generated_log.h"
 
 int main(int argc, char** argv) {
   if (argc != 6) {
@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   }
   const lumo::LogShape shape = {std::atoll(argv[1]), std::atoll(argv[2]),
                                 std::atoll(argv[3]), std::atoll(argv[4])};
-  const std::vector<std::uint8_t> log = lumo::MakeLargeLog(shape);
+  const std::vector<std::uint8_t> log = lumo::GenerateLog(shape);
   std::ofstream file(argv[5], std::ios::binary);
   file.write(reinterpret_cast<const char*>(log.data()),
              static_cast<std::streamsize>(log.size()));

@@ -12,8 +12,7 @@
 #include <benchmark/benchmark.h>
 
 #include "app/profile_viewer.h"
-#include "extreme_logs.h"
-#include "large_log.h"
+#include "generated_log.h"
 #include "log/log_file.h"
 #include "report/log_text.h"
 
@@ -29,7 +28,7 @@ const Console kConsole = {std::cout, std::cerr};
 Bytes MakeLog(benchmark::State& state) {
   const LogShape shape = {2, state.range(0), 80, 5};
   state.counters["tables"] = static_cast<double>(CountTables(shape));
-  return MakeLargeLog(shape);
+  return GenerateLog(shape);
 }
 
 void Verifier(benchmark::State& state) {
@@ -76,8 +75,11 @@ void Report(benchmark::State& state) {
   }
 }
 
-void WholeRun(benchmark::State& state, Bytes (*make_log)(std::int64_t)) {
-  const Bytes log = make_log(state.range(0));
+// `dimension` has the argument of the benchmark as its value.
+void WholeRun(benchmark::State& state, std::int64_t LogShape::*dimension) {
+  LogShape shape;
+  shape.*dimension = state.range(0);
+  const Bytes log = GenerateLog(shape);
   for (auto _ : state) {
     ProfileViewer viewer(kConsole);
     if (!viewer.TakeLog(log) || !viewer.ReadDataFromLog()) {
@@ -98,19 +100,19 @@ BENCHMARK(LogText)->Apply(Sizes);
 BENCHMARK(Statistics)->Apply(Sizes);
 BENCHMARK(Report)->Apply(Sizes);
 
-BENCHMARK_CAPTURE(WholeRun, operations, MakeManyOperations)
+BENCHMARK_CAPTURE(WholeRun, operations, &LogShape::operations)
     ->Arg(75000)
     ->Arg(300000)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(WholeRun, graphs, MakeManyGraphs)
-    ->Arg(75000)
-    ->Arg(300000)
+BENCHMARK_CAPTURE(WholeRun, graphs, &LogShape::graphs)
+    ->Arg(35000)
+    ->Arg(140000)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(WholeRun, events, MakeManyEvents)
+BENCHMARK_CAPTURE(WholeRun, events, &LogShape::events)
     ->Arg(225000)
     ->Arg(900000)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(WholeRun, name_bytes, MakeLongName)
+BENCHMARK_CAPTURE(WholeRun, name_bytes, &LogShape::zeros)
     ->Arg(2500000)
     ->Arg(10000000)
     ->Unit(benchmark::kMillisecond);

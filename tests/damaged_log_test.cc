@@ -2,16 +2,25 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <ctime>
+#include <ostream>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
-#include <flatbuffers/flatbuffers.h>
 #include <gtest/gtest.h>
 
+#include "compare/compared_log.h"
+#include "compare/comparison.h"
+#include "compare/comparison_rows.h"
+#include "export/event_table.h"
+#include "generated_log.h"
 #include "log/log_file.h"
 #include "model/message_groups.h"
+#include "page/page_data.h"
+#include "page/page_html.h"
+#include "page/page_tables.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -19,51 +28,23 @@ namespace lumo {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-using Events = std::vector<flatbuffers::Offset<ProfilingEvent>>;
-
-// Returns a log of one message with the events that `make_events` returns.
-Bytes MakeLog(
-    const std::function<Events(flatbuffers::FlatBufferBuilder*)>& make_events) {
-  flatbuffers::FlatBufferBuilder builder;
-  const auto events = builder.CreateVector(make_events(&builder));
-  const auto message =
-      CreateProfilingMessage(builder, 0, 0, BackendId::UNDEFINED, events);
-  const auto messages = builder.CreateVector(&message, 1);
-  builder.Finish(CreateProfilingLog(builder, 0, 0, 0, 0, messages));
-  return {builder.GetBufferPointer(),
-          builder.GetBufferPointer() + builder.GetSize()};
-}
 
 bool IsValid(const Bytes& log) {
   std::string error;
   return VerifyLog(log, &error) != nullptr;
 }
 
-Bytes MakeTree(int levels) {
-  return MakeLog([levels](flatbuffers::FlatBufferBuilder* builder) {
-    Events events;
-    for (int i = 0; i < levels; ++i) {
-      const auto sub_events = builder->CreateVector(events);
-      ProfilingEventBuilder event(*builder);
-      event.add_sub_events(sub_events);
-      events = {event.Finish()};
-    }
-    return events;
-  });
-}
-
 TEST(Limits, EventsNest62LevelsDeep) {
-  EXPECT_TRUE(IsValid(MakeTree(62)));
-  EXPECT_FALSE(IsValid(MakeTree(63)));
+  // The operation and the event that contains it are two of the levels.
+  EXPECT_TRUE(IsValid(GenerateLog({.sub_events = 60, .is_nested = true})));
+  EXPECT_FALSE(IsValid(GenerateLog({.sub_events = 61, .is_nested = true})));
 }
 
 TEST(Limits, EveryVisitOfATableCounts) {
-  for (const std::size_t tables : {1000000U, 1000001U}) {
-    const Bytes log = MakeLog([=](flatbuffers::FlatBufferBuilder* builder) {
-      // The root and the message are two of the tables.
-      return Events(tables - 2, ProfilingEventBuilder(*builder).Finish());
-    });
-    EXPECT_EQ(IsValid(log), tables == 1000000U);
+  LogShape shape = {.is_shared = true};
+  for (const std::int64_t tables : {1000000, 1000001}) {
+    shape.operations += tables - CountTables(shape);
+    EXPECT_EQ(IsValid(GenerateLog(shape)), tables == 1000000);
   }
 }
 
@@ -74,16 +55,32 @@ TEST(Limits, GraphIndicesMayBeChosenToCollide) {
   for (std::uint64_t i = 0; i < 300000; ++i) {
     hash_set.insert(i);
   }
-  flatbuffers::FlatBufferBuilder builder;
-  const auto messages =
-      builder.CreateVector<flatbuffers::Offset<ProfilingMessage>>(
-          hash_set.size(), [&](std::uint64_t i) {
-            return CreateProfilingMessage(builder, 0,
-                                          i * hash_set.bucket_count());
-          });
-  builder.Finish(CreateProfilingLog(builder, 0, 0, 0, 0, messages));
-  const auto* log = GetProfilingLog(builder.GetBufferPointer());
-  EXPECT_EQ(CountGraphs(log->messages()), 300000);
+  const Bytes log = GenerateLog(
+      {.graphs = 300000, .executes = 0, .graph_step = hash_set.bucket_count()});
+  EXPECT_EQ(CountGraphs(GetProfilingLog(log.data())->messages()), 300000);
+}
+
+// The names of this log in a table are 20 GB.
+TEST(Limits, AFailedWriteEndsTheText) {
+  Log log = {
+      "",
+      GenerateLog({.operations = 20000, .zeros = 1000000, .is_shared = true}),
+      nullptr};
+  log.root = GetProfilingLog(log.bytes.data());
+  MessageGroups groups = GroupMessages(*log.root);
+  LogSeries series = CollectLogSeries(groups);
+  const ComparedLog compared = {std::move(log), std::move(groups),
+                                std::move(series)};
+  std::ostream failed(nullptr);
+  const std::clock_t start = std::clock();
+  WriteEventTable(failed, *compared.log.root);
+  WriteComparisonRows(failed, CompareSeries(compared.series, {}, 1, 99));
+#ifdef LUMO_HAS_PAGE
+  const Page page = MakePage(compared, nullptr, 1);
+  WriteTables(failed, page);
+  WritePageData(failed, page);
+#endif
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5) << "seconds";
 }
 
 // A run ends with either a report or an error line.

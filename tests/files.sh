@@ -32,6 +32,10 @@ if [ "$(id -u)" = 0 ]; then
   cp "$programs"/lumo-profile-* . && programs=$work
 fi
 
+# Makes system calls fail. Leaks cannot be detected under strace.
+strace=(strace -qq -o calls -E ASAN_OPTIONS=detect_leaks=0)
+"${strace[@]}" true 2>err || { echo "Skipped: failures of the disk: $(<err)"; strace=(); }
+
 fail() {
   printf 'FAILED: %s: %s\n' "$name" "$*"
   failed=1
@@ -149,6 +153,18 @@ check_output() {
   expect 1 'new/later: cannot be written whole: File too large' \
     bash -c 'ulimit -f 1; exec "$@"' - "${command[@]}" --output new/later
   expect_file new/later older
+  # Nor is a new file left behind, even if it has a name from the start, as it has without
+  # /proc.
+  if [ "${#strace[@]}" != 0 ]; then
+    for failure in fsync:error=EIO /access:error=ENOENT; do
+      expect 1 'new/later: cannot be written whole: Input/output error' \
+        "${strace[@]}" -e inject=fsync:error=EIO -e "inject=$failure" \
+        "${command[@]}" --output new/later
+      expect_file new/later older
+    done
+    expect 0 '' "${strace[@]}" -e "inject=$failure" "${command[@]}" --output new/later
+    expect_file new/later whole && cp older new/later
+  fi
   # If a stream is closed, messages are not written to the file that is opened next.
   bash -c 'exec "$@" 2>&-' - "${command[@]}" --output new/later
   expect_file new/later whole

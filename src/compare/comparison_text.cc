@@ -130,9 +130,6 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
   stream << JoinCells(widths, kHeadings, "unit", "name") << '\n';
   std::string_view section;
   for (const SeriesPair& pair : runs.pairs) {
-    if (!stream.good()) {
-      return;
-    }
     if (SectionOf(pair) != section) {
       section = SectionOf(pair);
       stream << section << ":\n";
@@ -205,9 +202,6 @@ void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color) {
   for (const ComparedRuns& runs : all_runs) {
-    if (!stream.good()) {
-      return;
-    }
     WriteBlock(stream, runs, settings, in_color);
   }
   stream << CountsText(all_runs, settings.confidence) << '\n';

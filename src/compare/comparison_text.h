@@ -45,7 +45,7 @@ std::string CountsText(const std::vector<ComparedRuns>& all_runs,
 // Writes a block for each element of `all_runs` and a last line with
 // CountsText(). Figures have two decimals; names come last in a line and are
 // escaped with Printable(). With `in_color`, lines of pairs that differ have
-// the colors of a terminal. Stops after a failed write.
+// the colors of a terminal.
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color);

@@ -83,7 +83,7 @@ void WriteEventTable(std::ostream& stream, const ProfilingLog& log) {
   Table table = {stream, "", 0, ""};
   const auto size =
       static_cast<std::int32_t>(flatbuffers::VectorLength(groups.messages));
-  for (std::int32_t i = 0; i < size && stream.good(); ++i) {
+  for (std::int32_t i = 0; i < size; ++i) {
     const ProfilingMessage& message = MessageAt(*groups.messages, i);
     std::string_view kind;
     std::string run;

@@ -189,6 +189,8 @@ std::string WriteNewFile(NewFile* file, const fs::path& target, int older,
     CopyOwnerAndMode(older, file->fd);
   }
   std::string error = WriteText(file->fd, write);
+  // Otherwise the new file could be empty after a crash of the system, because
+  // its name may reach the disk before its content.
   if (error.empty() && fsync(file->fd) != 0 && errno != EINVAL) {
     error = CannotWrite();
   }
