@@ -11,7 +11,7 @@ cp older r.txt
 expect 0 '[Profile Viewer] Output txt file: [r.txt]' '' "${run[@]}" --output r.txt
 cmp r.txt whole.txt || fail 'a report differs from that on standard output'
 
-# A report never overwrites the log, under any name.
+# A report that cannot be created; one that would overwrite the log, under any name.
 for report in missing/r.txt folder log.bin ./folder/../log.bin hard.bin soft.bin; do
   for log in log.bin soft.bin; do
     expect 1 "[Profile Viewer] Error: Failed to create $report." \
