@@ -3,14 +3,7 @@
 
 # Takes the program's name, as bash gives it.
 _lumo_profile() {
-  local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
-  local options='--help --output' files=''
-  case $1 in
-    *viewer) options+=' --input_profile_data --topK --num_warmup' ;;
-    *export) options+=' --input_profile_data --version' ;;
-    *page) options+=' --num_warmup --version' ;;
-    *) options+=' --num_warmup --confidence --max_slowdown --csv --version' ;;
-  esac
+  local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]} files=''
   # bash splits --output=report.txt into three words.
   if [[ $current == = ]]; then
     current=''
@@ -28,7 +21,9 @@ _lumo_profile() {
     compopt -o filenames -o default 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   else
-    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+    # The options in the help text of the program, whose path may begin with "~".
+    mapfile -t COMPREPLY < <(compgen -W "$("${1/#\~\//$HOME/}" --help 2>/dev/null |
+      grep -oE '^ *--[[:alnum:]_]+')" -- "$current")
   fi
 }
 

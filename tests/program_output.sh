@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Checks that a program except the viewer writes its output to a file whole or not at all.
+#
+#   program_output.sh PROGRAM LOG
+# shellcheck source=tests/work_folder.sh
+# shellcheck disable=SC2016 # $@ is the inner shell's.
+source "$(dirname "$0")/work_folder.sh"
+fails() { expect 1 '' "$name: $1" "${@:2}"; }
+writes() { expect 0 '' '' "$@"; }
+
+# Makes system calls fail. Leaks cannot be detected under strace.
+strace=(strace -qq -o calls -E ASAN_OPTIONS=detect_leaks=0)
+"${strace[@]}" true 2>err || { echo "Skipped: failures of the disk: $(<err)"; strace=(); }
+
+# expect_file FILE TEXT_FILE: checks that FILE is equal to TEXT_FILE and alone in its folder.
+expect_file() {
+  cmp "$1" "$2" || fail "$1 differs from $2"
+  [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
+}
+"${run[@]}" >whole || fail 'does not write its output'
+
+# A new file, an older file and the target of a symbolic link, with their modes.
+mkdir new && (umask 027 && "${run[@]}" --output new/file) && expect_file new/file whole
+[ "$(stat -c %a new/file)" = 640 ] || fail 'a new file ignores the umask'
+chmod 604 new/file && cp older new/file
+[ "$(id -u)" != 0 ] || chown 1:1 new/file
+owner=$(stat -c %u:%g new/file)
+writes "${run[@]}" --output new/file && expect_file new/file whole
+[ "$(stat -c %a,%u:%g new/file)" = "604,$owner" ] || fail 'an older file loses its mode or owner'
+cp older new/file && ln -s file new/link && ln -s new/link link
+writes "${run[@]}" --output link
+[[ -L link && -L new/link ]] && rm link new/link && expect_file new/file whole
+ln -s new/later link
+rm new/file
+writes "${run[@]}" --output link && expect_file new/later whole
+
+# A file that cannot be replaced in its folder is written in place; a file without write
+# permission is unchanged.
+mkdir closed && cp older closed/file && chmod 666 closed/file && chmod 555 closed
+inode=$(stat -c %i closed/file)
+writes "${as_user[@]}" "${run[@]}" --output closed/file && expect_file closed/file whole
+[ "$(stat -c %i closed/file)" = "$inode" ] || fail 'the file was replaced in a read-only folder'
+fails 'closed/new: cannot be created: Permission denied' \
+  "${as_user[@]}" "${run[@]}" --output closed/new
+chmod 755 closed
+mkdir open && chmod 777 open && cp older open/file && chmod 444 open/file
+fails 'open/file: cannot be created: Permission denied' \
+  "${as_user[@]}" "${run[@]}" --output open/file
+expect_file open/file older
+# So is a file of another user in a folder like /tmp.
+mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
+writes "${as_user[@]}" "${run[@]}" --output sticky/file && expect_file sticky/file whole
+fails 'new: cannot be created: Is a directory' "${run[@]}" --output new
+fails 'new/missing/file: cannot be created: No such file or directory' \
+  "${run[@]}" --output new/missing/file
+
+# After a failure, the older file is unchanged.
+cp older new/later
+fails 'new/later: cannot be written whole: File too large' \
+  bash -c 'ulimit -f 1; exec "$@"' - "${run[@]}" --output new/later
+expect_file new/later older
+# No new file is left behind, even if it has a name from the start, as it has without /proc.
+if [ "${#strace[@]}" != 0 ]; then
+  for failure in fsync:error=EIO /access:error=ENOENT; do
+    fails 'new/later: cannot be written whole: Input/output error' \
+      "${strace[@]}" -e inject=fsync:error=EIO -e "inject=$failure" \
+      "${run[@]}" --output new/later
+    expect_file new/later older
+  done
+  writes "${strace[@]}" -e "inject=$failure" "${run[@]}" --output new/later
+  expect_file new/later whole
+fi
+
+# The log is not overwritten, under any name.
+case $name in
+  *export) own='log.bin: the table would be written to the log itself' ;;
+  *compare) own='log.bin: the comparison would be written to the log itself' ;;
+  *) own='log.bin: the page would be written to the log itself' ;;
+esac
+for log in log.bin ./new/../log.bin hard.bin soft.bin; do
+  fails "$own" "${run[@]}" --output "$log"
+done
+fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}"
+fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}" --output stdout
+# The first of two logs is not overwritten, either.
+[ "${run[1]}" != copy.bin ] || fails "$own" "$program" log.bin copy.bin --output hard.bin
+cmp log.bin copy.bin || fail 'the log has changed'
+exit "$failed"

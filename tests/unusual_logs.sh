@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Runs a program with logs that are invalid or cannot be read.
+#
+#   unusual_logs.sh PROGRAM LOG
+# shellcheck source=tests/work_folder.sh
+source "$(dirname "$0")/work_folder.sh"
+command=("${run[@]::2}")  # without the log
+mkdir folder
+: >empty.bin
+mkfifo pipe.bin secret_pipe.bin
+truncate -s 2147483647 huge.bin
+truncate -s 300M large.bin
+cp log.bin log_and_4_gib.bin && truncate -s +4G log_and_4_gib.bin
+cp log.bin secret.bin && chmod 0 secret.bin secret_pipe.bin
+device null 3 && device zero 5
+
+# rejects LOG REASON COMMAND...: checks that the command rejects the log for that reason.
+rejects() {
+  # The viewer does not say why a log cannot be opened.
+  if [ "$name" = lumo-profile-viewer ]; then
+    expect 1 "[Profile Viewer] Error: ${2/#cannot be opened:*/Cannot open the input file.}" \
+      'Error at main:339' "${@:3}"
+  else
+    expect 1 '' "$name: $1: $2" "${@:3}"
+  fi
+}
+
+for log in folder empty.bin pipe.bin huge.bin log_and_4_gib.bin null zero; do
+  rejects $log 'Verify Profiling Log Buffer failed. The buffer might be ill-formatted' \
+    "${command[@]}" $log
+done
+for log in missing.bin missing/log.bin; do
+  rejects $log 'cannot be opened: No such file or directory' "${command[@]}" $log
+done
+rejects log.bin/ 'cannot be opened: Not a directory' "${command[@]}" log.bin/
+for log in secret.bin secret_pipe.bin; do
+  rejects $log 'cannot be opened: Permission denied' "${as_user[@]}" "${command[@]}" $log
+done
+[ "$name" != lumo-profile-viewer ] || exit "$failed"
+
+# The first of two logs is checked, too.
+[ "${run[1]}" != copy.bin ] ||
+  rejects missing.bin 'cannot be opened: No such file or directory' \
+    "$program" missing.bin log.bin
+# This file is touched while it is read.
+while :; do touch large.bin; sleep 0.001; done &
+rejects large.bin 'cannot be read whole: it changed while it was read' \
+  "${command[@]}" large.bin
+kill $! && wait $! 2>/dev/null
+# Files in /sys are shorter than the size that the system reports.
+log=$(compgen -G '/sys/kernel/mm/*/enabled') || log=$(compgen -G '/sys/kernel/profiling')
+if [ -n "$log" ]; then
+  rejects "$log" 'cannot be read whole: it became shorter while it was read' \
+    "${command[@]}" "$log"
+else
+  echo 'Skipped: a log that becomes shorter, because there is no /sys/kernel.'
+fi
+exit "$failed"
