@@ -55,3 +55,16 @@ climb() {
 }
 climb 18 "$viewer"
 climb 3 "${viewer%/*}/lumo-profile-export"
+
+# The room reserved for the texts is estimated from a sample of the messages. A sample with
+# the only large message must not make the estimate too large.
+awk 'BEGIN {
+  printf "{messages: [{events: [{name: \"(finalize)\"}"
+  for (i = 0; i < 10000; ++i) printf ", {name: \"%d\"}", i
+  printf "]}, {events: [{name: \"(execute)\"}]}"
+  for (i = 0; i < 16000; ++i) printf ", {}"
+  print "]}"
+}' >log.json
+"$flatc" -b "$schema" log.json
+limit=100000
+with "$limit" "$viewer" --input_profile_data log.bin
