@@ -148,36 +148,36 @@ void AppendPairs(Level level, const EventSeriesMap& before,
   }
 }
 
-// Returns the element of graph `graph`, or an empty one if the log has fewer
-// graphs.
-const EventSeriesMap& SeriesOf(const std::vector<EventSeriesMap>& series,
-                               std::size_t graph) {
-  static const EventSeriesMap kNone;
-  return graph < series.size() ? series[graph] : kNone;
+const KindSeries& SeriesOf(const LogSeries& log, RunKind kind) {
+  return kind == RunKind::kFinalize ? log.finalize : log.execute;
 }
 
-std::int32_t RunsOf(const LogSeries& log, RunKind kind, std::size_t graph) {
-  const auto& counts = log.run_counts[static_cast<std::size_t>(kind)];
-  return graph < counts.size() ? counts[graph] : 0;
+// Returns the element of graph `graph`, or an empty map or 0 if the log has
+// fewer graphs.
+template <typename T>
+const T& ElementOf(const std::vector<T>& list, std::size_t graph) {
+  static const T kNone{};
+  return graph < list.size() ? list[graph] : kNone;
 }
 
 // Returns the pairs of the runs, not yet tested.
 ComparedRuns PairRuns(const LogSeries& before, const LogSeries& after,
                       RunKind kind, std::size_t graph,
                       std::int32_t num_warmup) {
-  const auto k = static_cast<std::size_t>(kind);
+  const KindSeries& left = SeriesOf(before, kind);
+  const KindSeries& right = SeriesOf(after, kind);
   std::vector<PlacedPair> placed;
-  AppendPairs(Level::kEvent, SeriesOf(before.events[k], graph),
-              SeriesOf(after.events[k], graph), num_warmup, &placed);
+  AppendPairs(Level::kEvent, ElementOf(left.events, graph),
+              ElementOf(right.events, graph), num_warmup, &placed);
   if (kind == RunKind::kExecute) {
-    AppendPairs(Level::kOperation, SeriesOf(before.operations, graph),
-                SeriesOf(after.operations, graph), num_warmup, &placed);
+    AppendPairs(Level::kOperation, ElementOf(before.operations, graph),
+                ElementOf(after.operations, graph), num_warmup, &placed);
   }
   std::sort(placed.begin(), placed.end(), IsBefore);
   ComparedRuns runs = {kind,
                        static_cast<std::int32_t>(graph),
-                       RunsOf(before, kind, graph),
-                       RunsOf(after, kind, graph),
+                       ElementOf(left.run_counts, graph),
+                       ElementOf(right.run_counts, graph),
                        {}};
   runs.pairs.reserve(placed.size());
   for (const PlacedPair& one : placed) {
@@ -218,14 +218,12 @@ void SetVerdicts(double confidence, std::vector<ComparedRuns>* all_runs) {
 }  // namespace
 
 LogSeries CollectLogSeries(const MessageGroups& groups) {
-  LogSeries log;
-  for (const RunKind kind : {RunKind::kFinalize, RunKind::kExecute}) {
-    const auto k = static_cast<std::size_t>(kind);
-    log.events[k] = CollectEventSeriesOfAllUnits(groups, kind);
-    log.run_counts[k] = CountRuns(groups, kind);
-  }
-  log.operations = CollectNodeSeries(groups);
-  return log;
+  const auto collect = [&groups](RunKind kind) {
+    return KindSeries{CollectEventSeriesOfAllUnits(groups, kind),
+                      CountRuns(groups, kind)};
+  };
+  return {collect(RunKind::kFinalize), collect(RunKind::kExecute),
+          CollectNodeSeries(groups)};
 }
 
 std::vector<ComparedRuns> CompareSeries(const LogSeries& before,

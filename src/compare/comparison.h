@@ -17,14 +17,20 @@ namespace lumo {
 // The default confidence, in percent.
 inline constexpr double kDefaultConfidence = 99.0;
 
-// The series of one log, and how many runs each graph has. Element g of each
-// list belongs to graph g.
+// The series of the runs of one kind. Element g of each list belongs to graph
+// g.
+struct KindSeries {
+  // The top-level events in every unit.
+  std::vector<EventSeriesMap> events;
+  // The number of runs.
+  std::vector<std::int32_t> run_counts;
+};
+
+// The series of one log.
 struct LogSeries {
-  // Indexed by RunKind: the top-level events in every unit, and the number of
-  // runs of each graph.
-  std::vector<EventSeriesMap> events[2];
-  std::vector<std::int32_t> run_counts[2];
-  // The operations of the execute runs.
+  KindSeries finalize;
+  KindSeries execute;
+  // The operations of the execute runs. Element g belongs to graph g.
   std::vector<EventSeriesMap> operations;
 };
 
