@@ -13,11 +13,11 @@ namespace lumo {
 namespace {
 
 std::string MeanCell(const std::optional<Figures>& figures) {
-  return figures && figures->n > 0 ? FixedText(figures->mean) : "";
+  return HasMean(figures) ? FixedText(figures->mean) : "";
 }
 
 std::string DeviationCell(const std::optional<Figures>& figures) {
-  return figures && figures->n > 0 ? FixedText(figures->stdev) : "";
+  return HasMean(figures) ? FixedText(figures->stdev) : "";
 }
 
 std::string ShareCell(const PageLog& log, const Row& row,
@@ -38,7 +38,7 @@ std::string VerdictCell(const Row& row) {
 // A bar as SVG, because the page's policy blocks style attributes.
 std::string Bar(const std::optional<Figures>& figures, float largest_mean,
                 const char* css_class, int top) {
-  if (!figures || figures->n == 0 || largest_mean <= 0.0F) {
+  if (!HasMean(figures) || largest_mean <= 0.0F) {
     return "";
   }
   return "<rect class=\"" + std::string(css_class) + "\" y=\"" +

@@ -73,7 +73,7 @@ json FiguresJson(const PageLog& log, std::int32_t graph, std::int32_t runs,
       {"n", figures.n},
       {"excluded", series.values.size() - static_cast<std::size_t>(figures.n)},
       {"values", ValuesJson(series.values)}};
-  if (figures.n > 0) {
+  if (HasMean(figures)) {
     data["mean"] = NumberJson(figures.mean);
     data["stdev"] = NumberJson(figures.stdev);
   }

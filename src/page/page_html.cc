@@ -114,7 +114,7 @@ std::map<std::string_view, float> LargestMeans(const PageTable& table) {
   for (const SeriesPair* pair : table.pairs) {
     float& mean = largest[pair->unit];
     for (const std::optional<Figures>& figures : {pair->before, pair->after}) {
-      if (figures && figures->n > 0) {
+      if (HasMean(figures)) {
         mean = std::max(mean, figures->mean);
       }
     }

@@ -86,7 +86,7 @@ void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
 // The mean of a pair on a page about one log. A missing mean is less than all
 // others.
 float MeanBefore(const SeriesPair* pair) {
-  return pair->before->n > 0 ? pair->before->mean : -1.0F;
+  return HasMean(pair->before) ? pair->before->mean : -1.0F;
 }
 
 std::vector<PageGraph> MakeGraphs(const std::vector<ComparedRuns>& all_runs) {
