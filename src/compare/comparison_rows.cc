@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "program/csv_field.h"
 

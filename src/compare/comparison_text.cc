@@ -150,38 +150,6 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
 
 }  // namespace
 
-std::string_view LevelText(Level level) {
-  return level == Level::kEvent ? "event" : "operation";
-}
-
-std::string_view RunKindText(RunKind kind) {
-  return kind == RunKind::kFinalize ? "finalize" : "execute";
-}
-
-std::string_view VerdictText(Verdict verdict) {
-  switch (verdict) {
-    case Verdict::kHigher:
-      return "higher";
-    case Verdict::kLower:
-      return "lower";
-    case Verdict::kNoDifference:
-      return "no_difference";
-    case Verdict::kNoTest:
-      return "no_test";
-    case Verdict::kOnlyBefore:
-      return "only_before";
-    case Verdict::kOnlyAfter:
-      return "only_after";
-  }
-  return "";
-}
-
-std::string VerdictWords(Verdict verdict) {
-  std::string words(VerdictText(verdict));
-  std::replace(words.begin(), words.end(), '_', ' ');
-  return words;
-}
-
 std::string CountsText(const std::vector<ComparedRuns>& all_runs,
                        double confidence) {
   std::size_t compared = 0;

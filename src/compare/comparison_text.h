@@ -7,7 +7,6 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "compare/comparison.h"
@@ -23,19 +22,6 @@ struct ComparisonSettings {
   std::int32_t num_warmup;
   double confidence;
 };
-
-// Returns "event" or "operation".
-std::string_view LevelText(Level level);
-
-// Returns "finalize" or "execute".
-std::string_view RunKindText(RunKind kind);
-
-// Returns "higher", "lower", "no_difference", "no_test", "only_before" or
-// "only_after".
-std::string_view VerdictText(Verdict verdict);
-
-// As VerdictText(), but with blanks between the words.
-std::string VerdictWords(Verdict verdict);
 
 // Returns the numbers of pairs, differences and tests, such as "19 pairs
 // compared, 5 differ (17 tested, 99% confidence)".

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string_view>
 
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "model/event_fields.h"
 #include "page/display_text.h"

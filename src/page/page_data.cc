@@ -12,7 +12,6 @@
 #include <flatbuffers/flatbuffers.h>
 #include <nlohmann/json.hpp>
 
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "model/event_fields.h"
 #include "page/display_text.h"
