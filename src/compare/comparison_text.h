@@ -25,11 +25,11 @@ struct ComparisonSettings {
 
 // Returns the numbers of pairs, differences and tests, such as "19 pairs
 // compared, 5 differ (17 tested, 99% confidence)".
-std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+std::string TotalsText(const std::vector<ComparedRuns>& all_runs,
                        double confidence);
 
 // Writes a block for each element of `all_runs` and a last line with
-// CountsText(). Figures have two decimals; names come last in a line and are
+// TotalsText(). Figures have two decimals; names come last in a line and are
 // escaped with Printable(). With `in_color`, lines of pairs that differ have
 // the colors of a terminal. Stops after a failed write.
 void WriteComparison(std::ostream& stream,

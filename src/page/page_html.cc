@@ -12,6 +12,7 @@
 #include <flatbuffers/flatbuffers.h>
 
 #include "compare/comparison_text.h"
+#include "compare/figure_text.h"
 #include "page/display_text.h"
 #include "page/page_columns.h"
 
@@ -20,10 +21,6 @@ namespace {
 
 std::string FieldHtml(const flatbuffers::String* text) {
   return TextHtml(flatbuffers::GetStringView(text));
-}
-
-std::string CountRuns(std::int32_t runs, const char* kind) {
-  return std::to_string(runs) + " " + kind + (runs == 1 ? " run" : " runs");
 }
 
 // "ORX_BACKEND_ID_GPU", or the number if it has no name.
@@ -47,13 +44,12 @@ std::string BackendsOf(const PageLog& log) {
   return EscapeHtml(text);
 }
 
-std::string RunsOf(const PageLog& log) {
-  const MessageGroups& groups = log.source->groups;
-  return CountRuns(groups.execute_runs.end - groups.execute_runs.first,
-                   "execute") +
-         ", " +
-         CountRuns(groups.finalize_runs.end - groups.finalize_runs.first,
-                   "finalize");
+// "10 execute runs, 1 finalize run"
+std::string RunCountsText(const PageLog& log) {
+  const auto& [first_execute, end_execute] = log.source->groups.execute_runs;
+  const auto& [first_finalize, end_finalize] = log.source->groups.finalize_runs;
+  return CountText(end_execute - first_execute, "execute run") + ", " +
+         CountText(end_finalize - first_finalize, "finalize run");
 }
 
 // Writes a row of the table of the logs, with the result of `text` for each
@@ -94,15 +90,14 @@ void WriteLogs(std::ostream& stream, const Page& page) {
     return FieldHtml(log.source->log.root->orx_delegate_api_version());
   });
   WriteLogRow(stream, page, "Backend", BackendsOf);
-  WriteLogRow(stream, page, "Runs", RunsOf);
+  WriteLogRow(stream, page, "Runs", RunCountsText);
   WriteLogRow(stream, page, "Warm-up", [&page](const PageLog&) {
-    return std::to_string(page.num_warmup) +
-           (page.num_warmup == 1 ? " run" : " runs");
+    return CountText(page.num_warmup, "run");
   });
   stream << "</tbody></table>\n";
   if (page.after) {
     stream
-        << "<p><strong>" << CountsText(page.all_runs, kDefaultConfidence)
+        << "<p><strong>" << TotalsText(page.all_runs, kDefaultConfidence)
         << "</strong>. A verdict is that of Welch&#39;s t test, with p-values "
            "adjusted for the number of tests.</p>\n";
   }
