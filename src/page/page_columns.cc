@@ -22,7 +22,7 @@ std::string DeviationCell(const std::optional<Figures>& figures) {
 std::string ShareCell(const PageLog& log, const Row& row,
                       const std::optional<Figures>& figures) {
   const std::optional<float> share =
-      figures ? ShareOf(log, row.graph.graph, *figures) : std::nullopt;
+      figures ? ShareOf(log, row.runs.graph, *figures) : std::nullopt;
   return share ? FixedText(*share) + "%" : "";
 }
 

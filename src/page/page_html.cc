@@ -169,8 +169,8 @@ void WriteHeadingCell(std::ostream& stream, const PageTable& table,
 }
 
 // Writes a table whose first row has the number `first`.
-void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
-                const PageTable& table, std::size_t first) {
+void WriteTable(std::ostream& stream, const Page& page, const PageTable& table,
+                std::size_t first) {
   const std::map<std::string_view, float> largest = LargestMeans(table);
   const bool has_one_unit = largest.size() == 1;
   const std::vector<Column> columns =
@@ -185,7 +185,7 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
   stream << "</tr></thead>\n<tbody>\n";
   for (std::size_t i = 0; i < table.pairs.size() && stream.good(); ++i) {
     const SeriesPair& pair = *table.pairs[i];
-    WriteRow(stream, columns, {page, graph, pair, largest.at(pair.unit)},
+    WriteRow(stream, columns, {page, table.runs, pair, largest.at(pair.unit)},
              first + i);
   }
   stream << "</tbody></table></div>\n";
@@ -218,13 +218,13 @@ void WriteTables(std::ostream& stream, const Page& page) {
   }
   std::size_t rows = 0;
   for (const PageGraph& graph : page.graphs) {
-    stream << "<section class=\"graph\" data-graph=\"" << graph.graph
+    stream << "<section class=\"graph\" data-graph=\"" << graph.number
            << "\">\n";
     if (page.graphs.size() > 1) {
-      stream << "<h2>Graph " << graph.graph << "</h2>\n";
+      stream << "<h2>Graph " << graph.number << "</h2>\n";
     }
     for (const PageTable& table : graph.tables) {
-      WriteTable(stream, page, graph, table, rows);
+      WriteTable(stream, page, table, rows);
       rows += table.pairs.size();
     }
     stream << "</section>\n";
