@@ -14,10 +14,10 @@
 
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "compare/figures.h"
 #include "model/event_series.h"
+#include "model/message_groups.h"
 #include "program/command_line.h"
 #include "run_viewer.h"
 
@@ -222,8 +222,7 @@ TEST(CommandLine, RejectsNumbersWithOtherCharacters) {
   for (const auto& test : kCases) {
     std::int32_t whole = -1;
     double percentage = -1;
-    std::string error;
-    const bool is_whole = ParseWholeNumber("-n", test.text, &whole, &error);
+    const bool is_whole = ParseWholeNumber(test.text, &whole);
     const bool is_percentage = ParsePercentage(test.text, &percentage);
     EXPECT_EQ(is_whole, test.whole.has_value()) << test.text;
     EXPECT_EQ(is_percentage, test.percentage.has_value()) << test.text;

@@ -36,17 +36,17 @@ struct Candidate {
   const EventSeriesMap::value_type* series;
 };
 
-auto KeyOf(const Candidate& one) {
-  return std::tie(one.unit, one.name, one.occurrence);
+auto KeyOf(const Candidate& candidate) {
+  return std::tie(candidate.unit, candidate.name, candidate.occurrence);
 }
 
 // Returns the series of one level of one graph, ordered by KeyOf().
 std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
   std::vector<Candidate> candidates;
   candidates.reserve(series.size());
-  for (const auto& one : series) {
+  for (const auto& entry : series) {
     candidates.push_back(
-        {one.second.unit, {one.first.name}, 0, candidates.size(), &one});
+        {entry.second.unit, {entry.first.name}, 0, candidates.size(), &entry});
   }
   std::sort(candidates.begin(), candidates.end(),
             [](const Candidate& a, const Candidate& b) {
@@ -55,39 +55,42 @@ std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
             });
   for (std::size_t i = 1; i < candidates.size(); ++i) {
     const Candidate& previous = candidates[i - 1];
-    Candidate& one = candidates[i];
-    if (one.unit == previous.unit && one.name == previous.name) {
-      one.occurrence = previous.occurrence + 1;
+    Candidate& candidate = candidates[i];
+    if (candidate.unit == previous.unit && candidate.name == previous.name) {
+      candidate.occurrence = previous.occurrence + 1;
     }
   }
   return candidates;
 }
 
-// A pair and its sort key: the group, then, for operations of both logs, the
-// difference of the means, then the position in the order of the log.
+// A pair and the parts of its sort key that it does not contain.
 struct PlacedPair {
-  int group;
-  double difference;
-  std::size_t place;
   SeriesPair pair;
+  // Of operations of both logs: the difference of the means, or -1 if a mean is
+  // missing. Otherwise 0.
+  double difference;
+  // Its position in the order of the log.
+  std::size_t place;
 };
 
-bool IsBefore(const PlacedPair& a, const PlacedPair& b) {
-  return std::tuple(a.group, -a.difference, a.place) <
-         std::tuple(b.group, -b.difference, b.place);
+// Sorts the series of both logs before those of the first log alone, and these
+// before those of the second log alone.
+auto SortKeyOf(const PlacedPair& placed) {
+  const SeriesPair& pair = placed.pair;
+  return std::tuple(!pair.before, !pair.after, pair.level, -placed.difference,
+                    placed.place);
 }
 
 // Sets the change, and the difference by which operations are sorted.
 void SetDifference(PlacedPair* placed) {
   SeriesPair& pair = placed->pair;
-  const bool has_means = pair.before->n > 0 && pair.after->n > 0;
+  const bool has_means = HasMean(pair.before) && HasMean(pair.after);
   const double mean_before = pair.before->mean;
   const double difference = pair.after->mean - mean_before;
   if (has_means && mean_before != 0.0) {
     pair.change_percent = difference / mean_before * 100.0;
   }
   if (pair.level == Level::kOperation) {
-    // Pairs with a missing mean come last.
     placed->difference = has_means ? std::abs(difference) : -1.0;
   }
 }
@@ -95,30 +98,25 @@ void SetDifference(PlacedPair* placed) {
 // Returns the pair of two series. One of them may be null.
 PlacedPair MakePair(Level level, const Candidate* before,
                     const Candidate* after, std::int32_t num_warmup) {
-  const Candidate& one = before != nullptr ? *before : *after;
+  const Candidate& candidate = before != nullptr ? *before : *after;
   PlacedPair placed = {};
-  placed.group = level == Level::kOperation ? 1 : 0;
-  placed.place = one.place;
+  placed.place = candidate.place;
   SeriesPair& pair = placed.pair;
   pair.level = level;
-  pair.name = one.name.text;
-  pair.occurrence = one.occurrence;
-  pair.unit = one.unit;
+  pair.name = candidate.name.text;
+  pair.occurrence = candidate.occurrence;
+  pair.unit = candidate.unit;
   if (before != nullptr) {
     pair.before = ComputeFigures(*before->series, num_warmup);
   }
   if (after != nullptr) {
     pair.after = ComputeFigures(*after->series, num_warmup);
   }
-  if (after == nullptr) {
-    placed.group += 2;
-    pair.verdict = Verdict::kOnlyBefore;
-  } else if (before == nullptr) {
-    placed.group += 4;
-    pair.verdict = Verdict::kOnlyAfter;
-  } else {
+  if (pair.before && pair.after) {
     pair.verdict = Verdict::kNoTest;
     SetDifference(&placed);
+  } else {
+    pair.verdict = pair.before ? Verdict::kOnlyBefore : Verdict::kOnlyAfter;
   }
   return placed;
 }
@@ -136,52 +134,56 @@ void AppendPairs(Level level, const EventSeriesMap& before,
         l != left.end() && (r == right.end() || KeyOf(*l) <= KeyOf(*r));
     const bool has_right =
         r != right.end() && (l == left.end() || KeyOf(*r) <= KeyOf(*l));
-    pairs->push_back(MakePair(level, has_left ? &*l : nullptr,
-                              has_right ? &*r : nullptr, num_warmup));
-    // Series of one name follow each other here.
-    if (SeriesPair& pair = pairs->back().pair; pair.occurrence > 0) {
-      pair.is_repeated = true;
-      pairs->end()[-2].pair.is_repeated = true;
+    PlacedPair placed = MakePair(level, has_left ? &*l : nullptr,
+                                 has_right ? &*r : nullptr, num_warmup);
+    if (placed.pair.occurrence > 0) {
+      // The previous pair has the same name.
+      pairs->back().pair.is_repeated = true;
+      placed.pair.is_repeated = true;
     }
+    pairs->push_back(placed);
     l += has_left ? 1 : 0;
     r += has_right ? 1 : 0;
   }
 }
 
-// Returns the element of graph `graph`, or an empty one if the log has fewer
-// graphs.
-const EventSeriesMap& SeriesOf(const std::vector<EventSeriesMap>& series,
-                               std::size_t graph) {
-  static const EventSeriesMap kNone;
-  return graph < series.size() ? series[graph] : kNone;
+const KindSeries& SeriesOf(const LogSeries& log, RunKind kind) {
+  return kind == RunKind::kFinalize ? log.finalize : log.execute;
 }
 
-std::int32_t RunsOf(const LogSeries& log, RunKind kind, std::size_t graph) {
-  const auto& counts = log.run_counts[static_cast<std::size_t>(kind)];
-  return graph < counts.size() ? counts[graph] : 0;
+// Returns the element of graph `graph`, or an empty map or 0 if the log has
+// fewer graphs.
+template <typename T>
+const T& ElementOf(const std::vector<T>& list, std::size_t graph) {
+  static const T kNone{};
+  return graph < list.size() ? list[graph] : kNone;
 }
 
 // Returns the pairs of the runs, not yet tested.
 ComparedRuns PairRuns(const LogSeries& before, const LogSeries& after,
                       RunKind kind, std::size_t graph,
                       std::int32_t num_warmup) {
-  const auto k = static_cast<std::size_t>(kind);
+  const KindSeries& left = SeriesOf(before, kind);
+  const KindSeries& right = SeriesOf(after, kind);
   std::vector<PlacedPair> placed;
-  AppendPairs(Level::kEvent, SeriesOf(before.events[k], graph),
-              SeriesOf(after.events[k], graph), num_warmup, &placed);
+  AppendPairs(Level::kEvent, ElementOf(left.events, graph),
+              ElementOf(right.events, graph), num_warmup, &placed);
   if (kind == RunKind::kExecute) {
-    AppendPairs(Level::kOperation, SeriesOf(before.operations, graph),
-                SeriesOf(after.operations, graph), num_warmup, &placed);
+    AppendPairs(Level::kOperation, ElementOf(before.operations, graph),
+                ElementOf(after.operations, graph), num_warmup, &placed);
   }
-  std::sort(placed.begin(), placed.end(), IsBefore);
+  std::sort(placed.begin(), placed.end(),
+            [](const PlacedPair& a, const PlacedPair& b) {
+              return SortKeyOf(a) < SortKeyOf(b);
+            });
   ComparedRuns runs = {kind,
                        static_cast<std::int32_t>(graph),
-                       RunsOf(before, kind, graph),
-                       RunsOf(after, kind, graph),
+                       ElementOf(left.run_counts, graph),
+                       ElementOf(right.run_counts, graph),
                        {}};
   runs.pairs.reserve(placed.size());
-  for (const PlacedPair& one : placed) {
-    runs.pairs.push_back(one.pair);
+  for (const PlacedPair& element : placed) {
+    runs.pairs.push_back(element.pair);
   }
   return runs;
 }
@@ -218,14 +220,12 @@ void SetVerdicts(double confidence, std::vector<ComparedRuns>* all_runs) {
 }  // namespace
 
 LogSeries CollectLogSeries(const MessageGroups& groups) {
-  LogSeries log;
-  for (const RunKind kind : {RunKind::kFinalize, RunKind::kExecute}) {
-    const auto k = static_cast<std::size_t>(kind);
-    log.events[k] = CollectEventSeriesOfAllUnits(groups, kind);
-    log.run_counts[k] = CountRuns(groups, kind);
-  }
-  log.operations = CollectNodeSeries(groups);
-  return log;
+  const auto collect = [&groups](RunKind kind) {
+    return KindSeries{CollectEventSeriesOfAllUnits(groups, kind),
+                      CountRuns(groups, kind)};
+  };
+  return {collect(RunKind::kFinalize), collect(RunKind::kExecute),
+          CollectNodeSeries(groups)};
 }
 
 std::vector<ComparedRuns> CompareSeries(const LogSeries& before,

@@ -4,11 +4,9 @@
 #define LUMO_COMPARE_COMPARISON_H_
 
 #include <cstdint>
-#include <optional>
-#include <string_view>
 #include <vector>
 
-#include "compare/figures.h"
+#include "compare/series_pair.h"
 #include "model/event_series.h"
 #include "model/message_groups.h"
 
@@ -17,58 +15,26 @@ namespace lumo {
 // The default confidence, in percent.
 inline constexpr double kDefaultConfidence = 99.0;
 
-// The series of one log, and how many runs each graph has. Element g of each
-// list belongs to graph g.
+// The series of the runs of one kind. Element g of each list belongs to graph
+// g.
+struct KindSeries {
+  // The top-level events in every unit.
+  std::vector<EventSeriesMap> events;
+  // The number of runs.
+  std::vector<std::int32_t> run_counts;
+};
+
+// The series of one log.
 struct LogSeries {
-  // Indexed by RunKind: the top-level events in every unit, and the number of
-  // runs of each graph.
-  std::vector<EventSeriesMap> events[2];
-  std::vector<std::int32_t> run_counts[2];
-  // The operations of the execute runs.
+  KindSeries finalize;
+  KindSeries execute;
+  // The operations of the execute runs. Element g belongs to graph g.
   std::vector<EventSeriesMap> operations;
 };
 
 // Returns the series of a log with these messages. The graph of every run must
 // be in range. Names point into the log.
 LogSeries CollectLogSeries(const MessageGroups& groups);
-
-// A top-level event, or an operation: a node event directly under a top-level
-// event.
-enum class Level { kEvent, kOperation };
-
-enum class Verdict {
-  // The mean after is really higher or lower than the mean before.
-  kHigher,
-  kLower,
-  kNoDifference,
-  // Both logs have the series, but too few values or an infinite deviation.
-  kNoTest,
-  kOnlyBefore,
-  kOnlyAfter,
-};
-
-// A series of both logs or of one. At least one side exists.
-struct SeriesPair {
-  Level level;
-  std::string_view name;
-  // Its ordinal, from 0, among the series with the same graph, kind, level,
-  // unit and name, in the order of their keys.
-  std::int32_t occurrence;
-  // Whether there are several such series, so that the name alone does not
-  // identify this one.
-  bool is_repeated;
-  // The unit of the first value, see UnitText().
-  std::string_view unit;
-  std::optional<Figures> before;
-  std::optional<Figures> after;
-  // The change of the mean in percent of the mean before. Nothing if a mean is
-  // missing or the mean before is 0.
-  std::optional<double> change_percent;
-  // The p-value of Welch's t test, adjusted for the number of all tests.
-  // Nothing if the pair was not tested.
-  std::optional<double> p_adjusted;
-  Verdict verdict;
-};
 
 // The runs of one kind of one graph.
 struct ComparedRuns {

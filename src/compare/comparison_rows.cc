@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "program/csv_field.h"
 
@@ -11,7 +10,7 @@ namespace lumo {
 namespace {
 
 void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
-  const bool has_mean = figures && figures->n > 0;
+  const bool has_mean = HasMean(figures);
   *row += figures ? std::to_string(figures->n) : "";
   *row += ',' + (has_mean ? ShortestText(figures->mean) : "");
   *row += ',' + (has_mean ? ShortestText(figures->stdev) : "") + ',';

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string_view>
 
 #include "compare/figure_text.h"
 #include "model/printable.h"
@@ -11,11 +13,19 @@
 namespace lumo {
 namespace {
 
-// The digits of a percentage from the command line: as many as a double has.
-constexpr int kAsGiven = 15;
+// A percentage from the command line is written with all digits of a double.
+constexpr int kAllDigits = std::numeric_limits<double>::digits10;
 
 bool IsDifferent(const SeriesPair& pair) {
   return pair.verdict == Verdict::kHigher || pair.verdict == Verdict::kLower;
+}
+
+// The cells of the figures of one log: n, mean and deviation.
+std::array<std::string, 3> FigureCells(const std::optional<Figures>& figures) {
+  const bool has_mean = HasMean(figures);
+  return {figures ? std::to_string(figures->n) : "",
+          has_mean ? FixedText(figures->mean) : "",
+          has_mean ? FixedText(figures->stdev) : ""};
 }
 
 // The cells of a line before the unit and the name, each right-aligned in its
@@ -23,34 +33,24 @@ bool IsDifferent(const SeriesPair& pair) {
 constexpr std::size_t kColumns = 9;
 using Cells = std::array<std::string, kColumns>;
 
-void SetFigures(const std::optional<Figures>& figures, std::string* cells) {
-  if (figures) {
-    cells[0] = std::to_string(figures->n);
-    if (figures->n > 0) {
-      cells[1] = FixedText(figures->mean);
-      cells[2] = FixedText(figures->stdev);
-    }
-  }
+Cells MakeHeadings() {
+  return {"n",     "before", "stdev", "n",      "after",
+          "stdev", "change", "p",     "verdict"};
 }
 
 Cells MakeCells(const SeriesPair& pair) {
-  Cells cells;
-  SetFigures(pair.before, &cells[0]);
-  SetFigures(pair.after, &cells[3]);
-  if (pair.change_percent) {
-    cells[6] = ChangeText(*pair.change_percent);
-  }
-  if (pair.p_adjusted) {
-    cells[7] = SignificantText(*pair.p_adjusted, 2);
-  }
+  const auto [n_before, mean_before, stdev_before] = FigureCells(pair.before);
+  const auto [n_after, mean_after, stdev_after] = FigureCells(pair.after);
+  const std::string change =
+      pair.change_percent ? ChangeText(*pair.change_percent) : "";
+  const std::string p =
+      pair.p_adjusted ? SignificantText(*pair.p_adjusted, 2) : "";
   // "~" means that no difference is proven.
-  cells[8] =
+  const std::string verdict =
       pair.verdict == Verdict::kNoDifference ? "~" : VerdictWords(pair.verdict);
-  return cells;
+  return {n_before, mean_before, stdev_before, n_after, mean_after, stdev_after,
+          change,   p,           verdict};
 }
-
-const Cells kHeadings = {"n",     "before", "stdev", "n",      "after",
-                         "stdev", "change", "p",     "verdict"};
 
 // The widths of the columns of one block.
 struct Widths {
@@ -59,17 +59,17 @@ struct Widths {
 };
 
 Widths MeasureColumns(const ComparedRuns& runs) {
-  Widths widths = {{}, 4};
-  for (std::size_t column = 0; column < kColumns; ++column) {
-    widths.cells[column] = kHeadings[column].size();
-  }
-  for (const SeriesPair& pair : runs.pairs) {
-    const Cells cells = MakeCells(pair);
+  Widths widths = {};
+  const auto widen = [&widths](const Cells& cells, std::string_view unit) {
     for (std::size_t column = 0; column < kColumns; ++column) {
       widths.cells[column] =
           std::max(widths.cells[column], cells[column].size());
     }
-    widths.unit = std::max(widths.unit, pair.unit.size());
+    widths.unit = std::max(widths.unit, unit.size());
+  };
+  widen(MakeHeadings(), "unit");
+  for (const SeriesPair& pair : runs.pairs) {
+    widen(MakeCells(pair), pair.unit);
   }
   return widths;
 }
@@ -114,20 +114,16 @@ std::string_view ColorOf(Verdict verdict) {
   return verdict == Verdict::kHigher ? "\033[1;31m" : "\033[1;32m";
 }
 
-std::string CountRuns(std::int32_t runs) {
-  return std::to_string(runs) + (runs == 1 ? " run" : " runs");
-}
-
 void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
                 const ComparisonSettings& settings, bool in_color) {
   stream << "Graph " << runs.graph << ", " << RunKindText(runs.kind)
          << " runs, warm-up " << settings.num_warmup
          << "\n  before: " << Printable(settings.before) << ", "
-         << CountRuns(runs.runs_before)
+         << CountText(runs.runs_before, "run")
          << "\n  after:  " << Printable(settings.after) << ", "
-         << CountRuns(runs.runs_after) << "\n\n";
+         << CountText(runs.runs_after, "run") << "\n\n";
   const Widths widths = MeasureColumns(runs);
-  stream << JoinCells(widths, kHeadings, "unit", "name") << '\n';
+  stream << JoinCells(widths, MakeHeadings(), "unit", "name") << '\n';
   std::string_view section;
   for (const SeriesPair& pair : runs.pairs) {
     if (SectionOf(pair) != section) {
@@ -147,55 +143,23 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
 
 }  // namespace
 
-std::string_view LevelText(Level level) {
-  return level == Level::kEvent ? "event" : "operation";
-}
-
-std::string_view RunKindText(RunKind kind) {
-  return kind == RunKind::kFinalize ? "finalize" : "execute";
-}
-
-std::string_view VerdictText(Verdict verdict) {
-  switch (verdict) {
-    case Verdict::kHigher:
-      return "higher";
-    case Verdict::kLower:
-      return "lower";
-    case Verdict::kNoDifference:
-      return "no_difference";
-    case Verdict::kNoTest:
-      return "no_test";
-    case Verdict::kOnlyBefore:
-      return "only_before";
-    case Verdict::kOnlyAfter:
-      return "only_after";
-  }
-  return "";
-}
-
-std::string VerdictWords(Verdict verdict) {
-  std::string words(VerdictText(verdict));
-  std::replace(words.begin(), words.end(), '_', ' ');
-  return words;
-}
-
-std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+std::string TotalsText(const std::vector<ComparedRuns>& all_runs,
                        double confidence) {
-  std::size_t compared = 0;
-  std::size_t tested = 0;
-  std::size_t different = 0;
+  std::int64_t compared = 0;
+  std::int64_t tested = 0;
+  std::int64_t different = 0;
   for (const ComparedRuns& runs : all_runs) {
     for (const SeriesPair& pair : runs.pairs) {
-      compared += pair.before && pair.after ? 1U : 0U;
-      tested += pair.p_adjusted ? 1U : 0U;
-      different += IsDifferent(pair) ? 1U : 0U;
+      compared += pair.before && pair.after ? 1 : 0;
+      tested += pair.p_adjusted ? 1 : 0;
+      different += IsDifferent(pair) ? 1 : 0;
     }
   }
-  return std::to_string(compared) + (compared == 1 ? " pair" : " pairs") +
-         " compared, " + std::to_string(different) +
+  return CountText(compared, "pair") + " compared, " +
+         std::to_string(different) +
          (different == 1 ? " differs (" : " differ (") +
          std::to_string(tested) + " tested, " +
-         SignificantText(confidence, kAsGiven) + "% confidence)";
+         SignificantText(confidence, kAllDigits) + "% confidence)";
 }
 
 void WriteComparison(std::ostream& stream,
@@ -204,29 +168,35 @@ void WriteComparison(std::ostream& stream,
   for (const ComparedRuns& runs : all_runs) {
     WriteBlock(stream, runs, settings, in_color);
   }
-  stream << CountsText(all_runs, settings.confidence) << '\n';
+  stream << TotalsText(all_runs, settings.confidence) << '\n';
 }
 
 std::optional<std::string> DescribeWorstSlowdown(
     const std::vector<ComparedRuns>& all_runs, double max_slowdown) {
-  double worst = max_slowdown;
-  std::optional<std::string> text;
+  const ComparedRuns* worst_runs = nullptr;
+  const SeriesPair* worst = nullptr;
+  double worst_rise = max_slowdown;
   for (const ComparedRuns& runs : all_runs) {
     for (const SeriesPair& pair : runs.pairs) {
-      const double rise = pair.change_percent.value_or(HUGE_VAL);
-      if (pair.verdict == Verdict::kHigher && rise > worst &&
+      const double rise =
+          pair.change_percent.value_or(std::numeric_limits<double>::infinity());
+      if (pair.verdict == Verdict::kHigher && rise > worst_rise &&
           (pair.unit == "us" || pair.unit == "cycles")) {
-        worst = rise;
-        text =
-            "graph " + std::to_string(runs.graph) + ", " +
-            std::string(RunKindText(runs.kind)) + ", " +
-            std::string(LevelText(pair.level)) + " [" + LabelOf(pair) + "]: " +
-            (pair.change_percent ? FixedText(rise) + "% higher" : "up from 0") +
-            ", more than " + SignificantText(max_slowdown, kAsGiven) + "%";
+        worst_runs = &runs;
+        worst = &pair;
+        worst_rise = rise;
       }
     }
   }
-  return text;
+  if (worst == nullptr) {
+    return std::nullopt;
+  }
+  return "graph " + std::to_string(worst_runs->graph) + ", " +
+         std::string(RunKindText(worst_runs->kind)) + ", " +
+         std::string(LevelText(worst->level)) + " [" + LabelOf(*worst) + "]: " +
+         (worst->change_percent ? FixedText(worst_rise) + "% higher"
+                                : "up from 0") +
+         ", more than " + SignificantText(max_slowdown, kAllDigits) + "%";
 }
 
 }  // namespace lumo

@@ -7,7 +7,6 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "compare/comparison.h"
@@ -24,26 +23,13 @@ struct ComparisonSettings {
   double confidence;
 };
 
-// Returns "event" or "operation".
-std::string_view LevelText(Level level);
-
-// Returns "finalize" or "execute".
-std::string_view RunKindText(RunKind kind);
-
-// Returns "higher", "lower", "no_difference", "no_test", "only_before" or
-// "only_after".
-std::string_view VerdictText(Verdict verdict);
-
-// As VerdictText(), but with blanks between the words.
-std::string VerdictWords(Verdict verdict);
-
 // Returns the numbers of pairs, differences and tests, such as "19 pairs
 // compared, 5 differ (17 tested, 99% confidence)".
-std::string CountsText(const std::vector<ComparedRuns>& all_runs,
+std::string TotalsText(const std::vector<ComparedRuns>& all_runs,
                        double confidence);
 
 // Writes a block for each element of `all_runs` and a last line with
-// CountsText(). Figures have two decimals; names come last in a line and are
+// TotalsText(). Figures have two decimals; names come last in a line and are
 // escaped with Printable(). With `in_color`, lines of pairs that differ have
 // the colors of a terminal.
 void WriteComparison(std::ostream& stream,

@@ -33,6 +33,12 @@ std::string SignificantText(double number, int precision) {
   return {digits.data(), written.ptr};
 }
 
+std::string CountText(std::int64_t count, std::string_view noun) {
+  std::string text = std::to_string(count) + ' ';
+  text += noun;
+  return count == 1 ? text : text + 's';
+}
+
 std::string ShortestText(float number) {
   Digits digits;
   const auto written =

@@ -3,7 +3,9 @@
 #ifndef LUMO_COMPARE_FIGURE_TEXT_H_
 #define LUMO_COMPARE_FIGURE_TEXT_H_
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace lumo {
 
@@ -17,6 +19,9 @@ std::string ChangeText(double percent);
 // Returns `number` with up to `precision` significant digits, at most 20, such
 // as "0.00123" or "1.2e-06".
 std::string SignificantText(double number, int precision);
+
+// Returns a number of things, such as "1 run" or "3 runs" for the noun "run".
+std::string CountText(std::int64_t count, std::string_view noun);
 
 // Returns `number` with the fewest digits that read back to the same float.
 std::string ShortestText(float number);

@@ -25,6 +25,10 @@ Figures ComputeFigures(const EventSeriesMap::value_type& series,
           SampleDeviation(measured, mean)};
 }
 
+bool HasMean(const std::optional<Figures>& figures) {
+  return figures && figures->n > 0;
+}
+
 double WelchTest(const Figures& before, const Figures& after) {
   const double v1 = double{before.stdev} * before.stdev / before.n;
   const double v2 = double{after.stdev} * after.stdev / after.n;
@@ -46,12 +50,12 @@ void AdjustByHolm(std::vector<double>* p_values) {
             [p_values](std::size_t a, std::size_t b) {
               return (*p_values)[a] < (*p_values)[b];
             });
-  double least = 0.0;
+  double previous = 0.0;
   auto factor = static_cast<double>(order.size());
   for (const std::size_t i : order) {
     double& p = (*p_values)[i];
-    least = std::min(1.0, std::max(least, p * factor));
-    p = least;
+    p = std::min(1.0, std::max(previous, p * factor));
+    previous = p;
     factor -= 1.0;
   }
 }

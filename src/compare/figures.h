@@ -4,6 +4,7 @@
 #define LUMO_COMPARE_FIGURES_H_
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "model/event_series.h"
@@ -27,6 +28,9 @@ struct Figures {
 // more. A series of a single value keeps it. The figures refer to the series.
 Figures ComputeFigures(const EventSeriesMap::value_type& series,
                        std::int32_t num_warmup);
+
+// Returns whether there are figures with a mean and a deviation.
+bool HasMean(const std::optional<Figures>& figures);
 
 // Returns the p-value of Welch's two-sided t test for the means of two samples:
 // the probability of a difference at least this large if the means are equal.

@@ -14,7 +14,6 @@
 #include "compare/comparison.h"
 #include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
-#include "model/printable.h"
 #include "program/command_line.h"
 #include "program/output.h"
 #include "program/program.h"
@@ -65,26 +64,24 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
                                  2, &logs)) {
     return status;
   }
-  const auto reject = [](const char* rule, const std::string& text) {
-    std::string message = rule;
-    message += ", not [" + lumo::Printable(text) + "]";
-    return lumo::RejectCommandLine(kProgram, message);
-  };
-  std::string error;
-  if (!lumo::ParseWholeNumber("--num_warmup", num_warmup, &options->num_warmup,
-                              &error)) {
-    return lumo::RejectCommandLine(kProgram, error);
+  if (num_warmup &&
+      !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
+    return lumo::RejectArgument(
+        kProgram, "--num_warmup takes a whole number from 0 to 2147483647",
+        *num_warmup);
   }
   if (confidence &&
       (!lumo::ParsePercentage(*confidence, &options->confidence) ||
        options->confidence <= 0.0 || options->confidence >= 100.0)) {
-    return reject("--confidence takes a percentage above 0 and below 100",
-                  *confidence);
+    return lumo::RejectArgument(
+        kProgram, "--confidence takes a percentage above 0 and below 100",
+        *confidence);
   }
   if (max_slowdown &&
       !lumo::ParsePercentage(*max_slowdown, &options->max_slowdown.emplace())) {
-    return reject("--max_slowdown takes a percentage of 0 or more",
-                  *max_slowdown);
+    return lumo::RejectArgument(
+        kProgram, "--max_slowdown takes a percentage of 0 or more",
+        *max_slowdown);
   }
   options->output = output.value_or("");
   if (logs.size() < 2 || logs[0].empty() || logs[1].empty()) {
@@ -96,7 +93,7 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
 }
 
 // Returns whether to color lines: on a terminal, unless NO_COLOR is set.
-bool IsColorful(const std::string& output) {
+bool UseColor(const std::string& output) {
   const char* const no_color = std::getenv("NO_COLOR");
   return output.empty() && isatty(STDOUT_FILENO) == 1 &&
          (no_color == nullptr || *no_color == '\0');
@@ -131,7 +128,7 @@ int main(int argc, char** argv) {
           lumo::WriteComparison(stream, all_runs,
                                 {options.before, options.after,
                                  options.num_warmup, options.confidence},
-                                IsColorful(options.output));
+                                UseColor(options.output));
         }
       });
   if (status != 0 || !options.max_slowdown) {

@@ -31,10 +31,11 @@ void AppendType(ProfileEventType type, std::string* row) {
   }
 }
 
-// State shared by the rows of one message.
+// The state of writing the table.
 struct Table {
   std::ostream& stream;
-  // The columns before `event`, each with its comma.
+  // The columns before `event`, which describe the message, each with its
+  // comma.
   std::string message_columns;
   // The number of rows written, which is the number of the next event.
   std::uint64_t rows = 0;
@@ -91,7 +92,8 @@ void WriteEventTable(std::ostream& stream, const ProfilingLog& log) {
       runs.clear();
     }
     if (i < groups.execute_runs.end) {
-      kind = i < groups.finalize_runs.end ? "finalize" : "execute";
+      kind = RunKindText(i < groups.finalize_runs.end ? RunKind::kFinalize
+                                                      : RunKind::kExecute);
       run = std::to_string(runs[message.graph_index()]++);
     }
     table.message_columns = std::to_string(i) + ',' + std::string(kind) + ',' +

@@ -111,4 +111,8 @@ std::int32_t CountMessagesWithEventName(const MessageVector* messages,
   return count;
 }
 
+std::string_view RunKindText(RunKind kind) {
+  return kind == RunKind::kFinalize ? "finalize" : "execute";
+}
+
 }  // namespace lumo

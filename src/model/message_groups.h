@@ -85,6 +85,9 @@ std::int32_t CountGraphs(const MessageVector* messages);
 std::int32_t CountMessagesWithEventName(const MessageVector* messages,
                                         std::string_view text);
 
+// Returns "finalize" or "execute".
+std::string_view RunKindText(RunKind kind);
+
 }  // namespace lumo
 
 #endif  // LUMO_MODEL_MESSAGE_GROUPS_H_

@@ -43,18 +43,18 @@ std::string EscapeDirections(std::string_view text) {
 // Returns how many bytes of a text are shown. A character of up to four bytes
 // that would be truncated is omitted.
 std::size_t ShownSize(std::string_view bytes) {
-  constexpr std::size_t kMostBytes = 1000;
-  if (bytes.size() <= kMostBytes) {
+  constexpr std::size_t kMaxBytes = 1000;
+  if (bytes.size() <= kMaxBytes) {
     return bytes.size();
   }
-  for (std::size_t size = kMostBytes; size > kMostBytes - 4; --size) {
+  for (std::size_t size = kMaxBytes; size > kMaxBytes - 4; --size) {
     const bool is_inside_character =
         (static_cast<unsigned char>(bytes[size]) & 0xC0U) == 0x80U;
     if (!is_inside_character) {
       return size;
     }
   }
-  return kMostBytes;
+  return kMaxBytes;
 }
 
 }  // namespace

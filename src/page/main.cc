@@ -32,7 +32,7 @@ constexpr lumo::Program kProgram = {
     "  --version       print the version and exit\n"};
 
 // A browser takes minutes for more rows. Only an artificial log has as many.
-constexpr std::size_t kMostSeries = 100000;
+constexpr std::size_t kMaxSeries = 100000;
 
 std::size_t CountSeries(const lumo::Page& page) {
   std::size_t count = 0;
@@ -67,15 +67,17 @@ int main(int argc, char** argv) {
     return *status;
   }
   std::int32_t num_warmup = 1;
-  std::string error;
-  if (!lumo::ParseWholeNumber("--num_warmup", num_warmup_text, &num_warmup,
-                              &error)) {
-    return lumo::RejectCommandLine(kProgram, error);
+  if (num_warmup_text &&
+      !lumo::ParseWholeNumber(*num_warmup_text, &num_warmup)) {
+    return lumo::RejectArgument(
+        kProgram, "--num_warmup takes a whole number from 0 to 2147483647",
+        *num_warmup_text);
   }
   if (paths.empty() || std::count(paths.begin(), paths.end(), "") > 0) {
     return lumo::RejectCommandLine(kProgram, "a log is required");
   }
   std::vector<lumo::ComparedLog> logs;
+  std::string error;
   for (const std::string& path : paths) {
     std::optional<lumo::ComparedLog> log = lumo::LoadComparedLog(path, &error);
     if (!log) {
@@ -85,10 +87,10 @@ int main(int argc, char** argv) {
   }
   const lumo::Page page = lumo::MakePage(
       logs.front(), logs.size() == 2 ? &logs.back() : nullptr, num_warmup);
-  if (const std::size_t count = CountSeries(page); count > kMostSeries) {
+  if (const std::size_t count = CountSeries(page); count > kMaxSeries) {
     return lumo::Fail(kProgram, "too many different events for a page: " +
                                     std::to_string(count) + ", more than " +
-                                    std::to_string(kMostSeries));
+                                    std::to_string(kMaxSeries));
   }
   return lumo::WriteOutput(
       kProgram, output.value_or(""), paths, "page",

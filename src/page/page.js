@@ -6,7 +6,7 @@
   // The number of rows that a table shows at first, and the maximum number of
   // points per log in the chart. With more, browsers become slow.
   const FIRST_ROWS = 200;
-  const MOST_POINTS = 1000;
+  const MAX_POINTS = 1000;
 
   const byId = (id) => document.getElementById(id);
   const data = JSON.parse(byId("data").textContent);
@@ -14,11 +14,14 @@
   const sideNames = {before: "Before", after: "After"};
   const collator = new Intl.Collator("en", {numeric: true});
 
-  // The chosen row and its series.
+  // The chosen row and its chart.
   let chosenRow = null;
   let chart = null;
 
   const seriesOf = (row) => data.series[row.dataset.series];
+  // The sides that have a series, and its figures on each of them.
+  const sidesOf = (series) => sides.filter((side) => series[side]);
+  const figuresOf = (series) => sidesOf(series).map((side) => series[side]);
 
   // Returns a new element that contains this text, never markup.
   function makeElement(tag, text = "", className = "") {
@@ -43,8 +46,8 @@
 
   // How many neighboring values share two points; 1 if every value has its own.
   function groupSize(values) {
-    return values.length <= MOST_POINTS
-        ? 1 : Math.ceil(2 * values.length / MOST_POINTS);
+    return values.length <= MAX_POINTS
+        ? 1 : Math.ceil(2 * values.length / MAX_POINTS);
   }
 
   // Returns the values as points. If there are too many, only the least and the
@@ -97,8 +100,8 @@
 
   // Returns what the chart counts. Usually there is one value per run, but an
   // event may be absent from some runs, or occur twice.
-  function countedBy(shown) {
-    return shown.every((side) => side.values.length === side.runs)
+  function countedBy(series) {
+    return figuresOf(series).every(({values, runs}) => values.length === runs)
         ? "run" : "value";
   }
 
@@ -107,15 +110,15 @@
     return `${count} ${noun}${count === 1 ? "" : "s"}`;
   }
 
-  function chartNote(series, shown, excluded) {
-    const counted = countedBy(shown);
+  function chartNote(series, excluded) {
+    const counted = countedBy(series);
     const notes = [];
     if (excluded > 0) {
       notes.push(excluded === 1
           ? `The first ${counted} is excluded as warm-up.`
           : `The first ${excluded} ${counted}s are excluded as warm-up.`);
     }
-    for (const side of sides.filter((side) => series[side])) {
+    for (const side of sidesOf(series)) {
       const {values, runs} = series[side];
       const log = sides.length === 2 ? `log ${side}` : "log";
       if (values.length !== runs) {
@@ -130,10 +133,11 @@
     return notes.join(" ");
   }
 
-  function chartOptions(series, shown, excluded) {
+  function chartOptions(series, excluded) {
     const isZoomed = byId("zoom").checked;
-    const counted = countedBy(shown);
-    const longest = Math.max(...shown.map((side) => side.values.length));
+    const counted = countedBy(series);
+    const longest =
+        Math.max(...figuresOf(series).map((figures) => figures.values.length));
     const axis = (text) => ({
       title: {display: true, text, color: color("--quiet")},
       ticks: {color: color("--quiet"), precision: 0, includeBounds: false},
@@ -181,19 +185,19 @@
   // Draws the chosen series.
   function drawChart() {
     const series = seriesOf(chosenRow);
-    const shown = sides.map((side) => series[side]).filter(Boolean);
-    const excluded = Math.max(...shown.map((side) => side.excluded));
+    const excluded =
+        Math.max(...figuresOf(series).map((figures) => figures.excluded));
     byId("chart-title").replaceChildren(
         makeElement("bdi", series.name), `, ${series.kind} runs`);
-    byId("chart-note").textContent = chartNote(series, shown, excluded);
+    byId("chart-note").textContent = chartNote(series, excluded);
     byId("chart").setAttribute("aria-label",
         `Chart of the values in ${series.unit}. The tables have the figures.`);
     chart?.destroy();
     chart = new Chart(byId("chart"), {
       type: "line",
-      data: {datasets: sides.filter((side) => series[side])
+      data: {datasets: sidesOf(series)
           .map((side) => makeDataset(series[side].values, side))},
-      options: chartOptions(series, shown, excluded),
+      options: chartOptions(series, excluded),
       plugins: [{
         id: "warmUp",
         beforeDatasetsDraw: (drawn) => shadeWarmUp(drawn, excluded),
@@ -241,7 +245,7 @@
   function showDetails() {
     const series = seriesOf(chosenRow);
     const parts = makeElement("div");
-    for (const side of sides.filter((side) => series[side])) {
+    for (const side of sidesOf(series)) {
       parts.append(makeDetails(side, series));
     }
     if (series.p_adjusted !== undefined) {

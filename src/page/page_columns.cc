@@ -4,7 +4,6 @@
 #include <optional>
 #include <string_view>
 
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "model/event_fields.h"
 #include "page/display_text.h"
@@ -13,17 +12,17 @@ namespace lumo {
 namespace {
 
 std::string MeanCell(const std::optional<Figures>& figures) {
-  return figures && figures->n > 0 ? FixedText(figures->mean) : "";
+  return HasMean(figures) ? FixedText(figures->mean) : "";
 }
 
 std::string DeviationCell(const std::optional<Figures>& figures) {
-  return figures && figures->n > 0 ? FixedText(figures->stdev) : "";
+  return HasMean(figures) ? FixedText(figures->stdev) : "";
 }
 
 std::string ShareCell(const PageLog& log, const Row& row,
                       const std::optional<Figures>& figures) {
   const std::optional<float> share =
-      figures ? ShareOf(log, row.graph.graph, *figures) : std::nullopt;
+      figures ? ShareOf(log, row.runs.graph, *figures) : std::nullopt;
   return share ? FixedText(*share) + "%" : "";
 }
 
@@ -38,7 +37,7 @@ std::string VerdictCell(const Row& row) {
 // A bar as SVG, because the page's policy blocks style attributes.
 std::string Bar(const std::optional<Figures>& figures, float largest_mean,
                 const char* css_class, int top) {
-  if (!figures || figures->n == 0 || largest_mean <= 0.0F) {
+  if (!HasMean(figures) || largest_mean <= 0.0F) {
     return "";
   }
   return "<rect class=\"" + std::string(css_class) + "\" y=\"" +

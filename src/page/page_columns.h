@@ -13,7 +13,7 @@ namespace lumo {
 // The data for the cells of a row.
 struct Row {
   const Page& page;
-  const PageGraph& graph;
+  const ComparedRuns& runs;
   const SeriesPair& pair;
   // The largest mean of the table in the unit of the pair; it has the longest
   // bar.

@@ -12,7 +12,6 @@
 #include <flatbuffers/flatbuffers.h>
 #include <nlohmann/json.hpp>
 
-#include "compare/comparison_text.h"
 #include "compare/figure_text.h"
 #include "model/event_fields.h"
 #include "page/display_text.h"
@@ -46,16 +45,16 @@ json ValuesJson(const std::vector<float>& values) {
 }
 
 // Appends a line with its depth for each sub-event of `event` at any level,
-// until `lines` has kMostDetails. Returns the number of these events.
+// until `lines` has kMaxDetails. Returns the number of these events.
 std::size_t AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
   // A small log may refer to the same events a million times.
-  constexpr std::size_t kMostDetails = 1000;
+  constexpr std::size_t kMaxDetails = 1000;
   const auto* const sub_events = event.sub_events();
   std::size_t count = flatbuffers::VectorLength(sub_events);
   for (flatbuffers::uoffset_t i = 0; i < flatbuffers::VectorLength(sub_events);
        ++i) {
     const ProfilingEvent& detail = *sub_events->Get(i);
-    if (lines->size() < kMostDetails) {
+    if (lines->size() < kMaxDetails) {
       lines->push_back(json::array(
           {depth, NotedText(flatbuffers::GetStringView(detail.name())),
            ValueText(detail)}));
@@ -65,30 +64,35 @@ std::size_t AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
   return count;
 }
 
+// Adds the fields that only an operation has.
+void AddOperationJson(const PageLog& log, std::int32_t graph,
+                      const Figures& figures, json* data) {
+  if (const std::optional<float> share = ShareOf(log, graph, figures)) {
+    (*data)["share"] = *share;
+  }
+  const auto& [event, run] =
+      log.samples[static_cast<std::size_t>(graph)].at(figures.series->first);
+  json lines = json::array();
+  (*data)["details_count"] = AppendDetails(*event, 0, &lines);
+  (*data)["details"] = std::move(lines);
+  (*data)["details_run"] = run;
+}
+
 json FiguresJson(const PageLog& log, std::int32_t graph, std::int32_t runs,
                  Level level, const Figures& figures) {
-  const auto& [key, series] = *figures.series;
+  const std::vector<float>& values = figures.series->second.values;
   json data = {
       {"runs", runs},
       {"n", figures.n},
-      {"excluded", series.values.size() - static_cast<std::size_t>(figures.n)},
-      {"values", ValuesJson(series.values)}};
-  if (figures.n > 0) {
+      {"excluded", values.size() - static_cast<std::size_t>(figures.n)},
+      {"values", ValuesJson(values)}};
+  if (HasMean(figures)) {
     data["mean"] = NumberJson(figures.mean);
     data["stdev"] = NumberJson(figures.stdev);
   }
-  if (level == Level::kEvent) {
-    return data;
+  if (level == Level::kOperation) {
+    AddOperationJson(log, graph, figures, &data);
   }
-  if (const std::optional<float> share = ShareOf(log, graph, figures)) {
-    data["share"] = *share;
-  }
-  const auto& [event, run] =
-      log.samples[static_cast<std::size_t>(graph)].at(key);
-  json lines = json::array();
-  data["details_count"] = AppendDetails(*event, 0, &lines);
-  data["details"] = std::move(lines);
-  data["details_run"] = run;
   return data;
 }
 

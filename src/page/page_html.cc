@@ -12,6 +12,7 @@
 #include <flatbuffers/flatbuffers.h>
 
 #include "compare/comparison_text.h"
+#include "compare/figure_text.h"
 #include "page/display_text.h"
 #include "page/page_columns.h"
 
@@ -20,10 +21,6 @@ namespace {
 
 std::string FieldHtml(const flatbuffers::String* text) {
   return TextHtml(flatbuffers::GetStringView(text));
-}
-
-std::string CountRuns(std::int32_t runs, const char* kind) {
-  return std::to_string(runs) + " " + kind + (runs == 1 ? " run" : " runs");
 }
 
 // "ORX_BACKEND_ID_GPU", or the number if it has no name.
@@ -47,13 +44,12 @@ std::string BackendsOf(const PageLog& log) {
   return EscapeHtml(text);
 }
 
-std::string RunsOf(const PageLog& log) {
-  const MessageGroups& groups = log.source->groups;
-  return CountRuns(groups.execute_runs.end - groups.execute_runs.first,
-                   "execute") +
-         ", " +
-         CountRuns(groups.finalize_runs.end - groups.finalize_runs.first,
-                   "finalize");
+// "10 execute runs, 1 finalize run"
+std::string RunCountsText(const PageLog& log) {
+  const auto& [first_execute, end_execute] = log.source->groups.execute_runs;
+  const auto& [first_finalize, end_finalize] = log.source->groups.finalize_runs;
+  return CountText(end_execute - first_execute, "execute run") + ", " +
+         CountText(end_finalize - first_finalize, "finalize run");
 }
 
 // Writes a row of the table of the logs, with the result of `text` for each
@@ -94,15 +90,14 @@ void WriteLogs(std::ostream& stream, const Page& page) {
     return FieldHtml(log.source->log.root->orx_delegate_api_version());
   });
   WriteLogRow(stream, page, "Backend", BackendsOf);
-  WriteLogRow(stream, page, "Runs", RunsOf);
+  WriteLogRow(stream, page, "Runs", RunCountsText);
   WriteLogRow(stream, page, "Warm-up", [&page](const PageLog&) {
-    return std::to_string(page.num_warmup) +
-           (page.num_warmup == 1 ? " run" : " runs");
+    return CountText(page.num_warmup, "run");
   });
   stream << "</tbody></table>\n";
   if (page.after) {
     stream
-        << "<p><strong>" << CountsText(page.all_runs, kDefaultConfidence)
+        << "<p><strong>" << TotalsText(page.all_runs, kDefaultConfidence)
         << "</strong>. A verdict is that of Welch&#39;s t test, with p-values "
            "adjusted for the number of tests.</p>\n";
   }
@@ -114,7 +109,7 @@ std::map<std::string_view, float> LargestMeans(const PageTable& table) {
   for (const SeriesPair* pair : table.pairs) {
     float& mean = largest[pair->unit];
     for (const std::optional<Figures>& figures : {pair->before, pair->after}) {
-      if (figures && figures->n > 0) {
+      if (HasMean(figures)) {
         mean = std::max(mean, figures->mean);
       }
     }
@@ -174,8 +169,8 @@ void WriteHeadingCell(std::ostream& stream, const PageTable& table,
 }
 
 // Writes a table whose first row has the number `first`.
-void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
-                const PageTable& table, std::size_t first) {
+void WriteTable(std::ostream& stream, const Page& page, const PageTable& table,
+                std::size_t first) {
   const std::map<std::string_view, float> largest = LargestMeans(table);
   const bool has_one_unit = largest.size() == 1;
   const std::vector<Column> columns =
@@ -190,7 +185,7 @@ void WriteTable(std::ostream& stream, const Page& page, const PageGraph& graph,
   stream << "</tr></thead>\n<tbody>\n";
   for (std::size_t i = 0; i < table.pairs.size() && stream.good(); ++i) {
     const SeriesPair& pair = *table.pairs[i];
-    WriteRow(stream, columns, {page, graph, pair, largest.at(pair.unit)},
+    WriteRow(stream, columns, {page, table.runs, pair, largest.at(pair.unit)},
              first + i);
   }
   stream << "</tbody></table></div>\n";
@@ -223,13 +218,13 @@ void WriteTables(std::ostream& stream, const Page& page) {
   }
   std::size_t rows = 0;
   for (const PageGraph& graph : page.graphs) {
-    stream << "<section class=\"graph\" data-graph=\"" << graph.graph
+    stream << "<section class=\"graph\" data-graph=\"" << graph.number
            << "\">\n";
     if (page.graphs.size() > 1) {
-      stream << "<h2>Graph " << graph.graph << "</h2>\n";
+      stream << "<h2>Graph " << graph.number << "</h2>\n";
     }
     for (const PageTable& table : graph.tables) {
-      WriteTable(stream, page, graph, table, rows);
+      WriteTable(stream, page, table, rows);
       rows += table.pairs.size();
     }
     stream << "</section>\n";

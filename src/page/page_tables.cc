@@ -38,8 +38,8 @@ std::vector<Samples> FindSamples(const ComparedLog& log,
 }
 
 bool HasOneUnit(const EventSeriesMap& series) {
-  return std::all_of(series.begin(), series.end(), [&series](const auto& one) {
-    return one.second.unit == series.begin()->second.unit;
+  return std::all_of(series.begin(), series.end(), [&series](const auto& item) {
+    return item.second.unit == series.begin()->second.unit;
   });
 }
 
@@ -68,7 +68,16 @@ void AppendTable(const ComparedRuns& runs, Level level, PageGraph* graph) {
 // The mean of a pair on a page about one log. A missing mean is less than all
 // others.
 float MeanBefore(const SeriesPair* pair) {
-  return pair->before->n > 0 ? pair->before->mean : -1.0F;
+  return HasMean(pair->before) ? pair->before->mean : -1.0F;
+}
+
+// Sorts a table of a single log.
+void SortByMean(PageTable* table) {
+  std::stable_sort(table->pairs.begin(), table->pairs.end(),
+                   [](const SeriesPair* a, const SeriesPair* b) {
+                     return MeanBefore(a) > MeanBefore(b);
+                   });
+  table->is_sorted_by_mean = true;
 }
 
 std::vector<PageGraph> MakeGraphs(const std::vector<ComparedRuns>& all_runs) {
@@ -77,7 +86,7 @@ std::vector<PageGraph> MakeGraphs(const std::vector<ComparedRuns>& all_runs) {
     for (const ComparedRuns& runs : all_runs) {
       if (runs.kind == kind) {
         PageGraph& graph = graphs[runs.graph];
-        graph.graph = runs.graph;
+        graph.number = runs.graph;
         AppendTable(runs, Level::kOperation, &graph);
         AppendTable(runs, Level::kEvent, &graph);
       }
@@ -100,21 +109,16 @@ Page MakePage(const ComparedLog& before, const ComparedLog* after,
   if (after != nullptr) {
     page.after = MakePageLog(*after, num_warmup);
   }
+  // A single log is compared with an empty one: every series is "only before".
   const LogSeries none;
   page.all_runs =
       CompareSeries(before.series, after == nullptr ? none : after->series,
                     num_warmup, kDefaultConfidence);
   page.graphs = MakeGraphs(page.all_runs);
-  if (after == nullptr) {
-    for (PageGraph& graph : page.graphs) {
-      PageTable& first = graph.tables.front();
-      if (first.level == Level::kOperation) {
-        first.is_sorted_by_mean = true;
-        std::stable_sort(first.pairs.begin(), first.pairs.end(),
-                         [](const SeriesPair* a, const SeriesPair* b) {
-                           return MeanBefore(a) > MeanBefore(b);
-                         });
-      }
+  for (PageGraph& graph : page.graphs) {
+    PageTable& first = graph.tables.front();
+    if (after == nullptr && first.level == Level::kOperation) {
+      SortByMean(&first);
     }
   }
   return page;

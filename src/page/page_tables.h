@@ -46,7 +46,7 @@ struct PageTable {
 };
 
 struct PageGraph {
-  std::int32_t graph;
+  std::int32_t number;
   // The operations, the top-level events of the execute runs, and those of the
   // finalize runs. Empty tables are omitted.
   std::vector<PageTable> tables;

@@ -25,10 +25,10 @@ std::vector<option> MakeTable(const std::vector<Option>& options) {
   std::vector<option> table = {{"help", no_argument, nullptr, kHelp},
                                {"version", no_argument, nullptr, kVersion}};
   int code = kFirstOption;
-  for (const Option& one : options) {
-    const bool is_switch = std::holds_alternative<bool*>(one.value);
+  for (const auto& [name, value] : options) {
+    const bool is_switch = std::holds_alternative<bool*>(value);
     table.push_back(
-        {one.name, is_switch ? no_argument : required_argument, nullptr, code});
+        {name, is_switch ? no_argument : required_argument, nullptr, code});
     ++code;
   }
   table.push_back({nullptr, 0, nullptr, 0});
@@ -36,11 +36,11 @@ std::vector<option> MakeTable(const std::vector<Option>& options) {
 }
 
 // `argument` is null for a switch.
-void SetOption(const Option& one, const char* argument) {
+void SetOption(const Option& given, const char* argument) {
   if (argument == nullptr) {
-    *std::get<bool*>(one.value) = true;
+    *std::get<bool*>(given.value) = true;
   } else {
-    *std::get<std::optional<std::string>*>(one.value) = argument;
+    *std::get<std::optional<std::string>*>(given.value) = argument;
   }
 }
 
@@ -57,12 +57,18 @@ int Print(const Program& program, const std::string& text) {
 std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     char** argv,
                                     const std::vector<Option>& options,
-                                    std::size_t most_operands,
+                                    std::size_t max_operands,
                                     std::vector<std::string>* operands) {
   const auto reject = [&program](const char* word, const char* what) {
     return RejectCommandLine(program, Printable(word) + what);
   };
-  const char* const unexpected = ": unexpected argument";
+  const auto add_operand = [&](const char* word) -> std::optional<int> {
+    if (operands->size() == max_operands) {
+      return reject(word, ": unexpected argument");
+    }
+    operands->emplace_back(word);
+    return std::nullopt;
+  };
   const std::vector<option> table = MakeTable(options);
   int code = 0;
   int word = optind;  // the word that getopt_long() reads
@@ -71,10 +77,9 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
   while ((code = getopt_long(argc, argv, "-:", table.data(), nullptr)) != -1) {
     switch (code) {
       case kOperand:
-        if (operands->size() == most_operands) {
-          return reject(optarg, unexpected);
+        if (const std::optional<int> status = add_operand(optarg)) {
+          return status;
         }
-        operands->emplace_back(optarg);
         break;
       case kHelp:
         return Print(program, std::string(program.usage));
@@ -93,29 +98,17 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
     word = optind;
   }
   for (; optind < argc; ++optind) {  // after "--"
-    if (operands->size() == most_operands) {
-      return reject(argv[optind], unexpected);
+    if (const std::optional<int> status = add_operand(argv[optind])) {
+      return status;
     }
-    operands->emplace_back(argv[optind]);
   }
   return std::nullopt;
 }
 
-bool ParseWholeNumber(std::string_view option,
-                      const std::optional<std::string>& text,
-                      std::int32_t* number, std::string* error) {
-  if (!text) {
-    return true;
-  }
-  const char* const end = text->data() + text->size();
-  const auto [stop, failure] = std::from_chars(text->data(), end, *number);
-  if (failure == std::errc() && stop == end && text->front() != '-') {
-    return true;
-  }
-  *error = option;
-  *error += " takes a whole number from 0 to 2147483647, not [" +
-            Printable(*text) + "]";
-  return false;
+bool ParseWholeNumber(std::string_view text, std::int32_t* number) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, failure] = std::from_chars(text.data(), end, *number);
+  return failure == std::errc() && stop == end && text.front() != '-';
 }
 
 bool ParsePercentage(std::string_view text, double* percentage) {
@@ -124,6 +117,12 @@ bool ParsePercentage(std::string_view text, double* percentage) {
       std::from_chars(text.data(), end, *percentage, std::chars_format::fixed);
   return failure == std::errc() && stop == end && text.front() != '-' &&
          std::isfinite(*percentage);
+}
+
+int RejectArgument(const Program& program, std::string_view rule,
+                   std::string_view text) {
+  return RejectCommandLine(
+      program, std::string(rule) + ", not [" + Printable(text) + "]");
 }
 
 }  // namespace lumo

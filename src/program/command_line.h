@@ -23,7 +23,7 @@ struct Option {
 };
 
 // Parses the arguments in order. Adds those that are not options,
-// `most_operands` at most, to `operands`. --help and --version end the run;
+// `max_operands` at most, to `operands`. --help and --version end the run;
 // arguments after them are ignored.
 //
 // Options may be abbreviated to any unique prefix. If an option is repeated,
@@ -36,19 +36,21 @@ struct Option {
 std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     char** argv,
                                     const std::vector<Option>& options,
-                                    std::size_t most_operands,
+                                    std::size_t max_operands,
                                     std::vector<std::string>* operands);
 
-// Sets `number` to the argument of an option, if it was given: only decimal
-// digits, at most 2147483647. For any other argument, returns false with a
-// message that names the option in `error`.
-bool ParseWholeNumber(std::string_view option,
-                      const std::optional<std::string>& text,
-                      std::int32_t* number, std::string* error);
+// Returns whether `text` has only decimal digits and is at most 2147483647, and
+// sets `number` to it.
+bool ParseWholeNumber(std::string_view text, std::int32_t* number);
 
 // Returns whether `text` is a decimal number without a sign, such as "5" or
 // "99.5", and sets `percentage` to it.
 bool ParsePercentage(std::string_view text, double* percentage);
+
+// Rejects the argument `text` of an option with the message "RULE, not [TEXT]"
+// and the usage text. Returns kWrongCommandLine.
+int RejectArgument(const Program& program, std::string_view rule,
+                   std::string_view text);
 
 }  // namespace lumo
 

@@ -35,55 +35,20 @@ struct Descriptor {
   const int fd;
 };
 
-std::string Reason(const char* what) {
-  return std::string(what) + ": " + std::strerror(errno);
-}
-
-std::string CannotCreate() { return Reason("cannot be created"); }
-std::string CannotWrite() { return Reason("cannot be written whole"); }
-
-// The functions below return what went wrong, or an empty text.
-
-// Writes the text to an open file, from its current position.
-std::string WriteText(int fd, const TextWriter& write) {
-  // Detects a closed stream, for which the buffer would set another reason.
-  if (::write(fd, "", 0) != 0) {
-    return CannotWrite();
-  }
-  // The buffer closes its descriptor, so give it a duplicate.
-  __gnu_cxx::stdio_filebuf<char> buffer(dup(fd), std::ios::out, 1U << 16U);
-  std::ostream stream(&buffer);
-  write(stream);
-  // After a failed write, this tries again, which sets errno again.
-  const bool is_flushed = buffer.pubsync() == 0;
-  return stream.good() && is_flushed ? "" : CannotWrite();
-}
-
-// Replaces the content of the open file by the text.
-std::string WriteInPlace(int fd, const TextWriter& write) {
-  return ftruncate(fd, 0) == 0 ? WriteText(fd, write) : CannotWrite();
-}
-
-// Replaces the content of the file `to` by that of `from`.
-std::string CopyInPlace(int from, int to) {
-  off_t position = 0;
-  ssize_t copied = ftruncate(to, 0);
-  while (copied >= 0) {
-    copied = sendfile(to, from, &position, 1U << 30U);
-    if (copied == 0) {
-      return "";
-    }
-  }
-  return CannotWrite();
-}
+// A new file, in the folder of the file that it will replace.
+struct NewFile {
+  // -1, with the reason in errno, if no file could be created.
+  int fd = -1;
+  // Empty while the file has no name.
+  std::string name;
+};
 
 // Returns the path that the symbolic links at `path` lead to; there may be no
-// file yet. Returns nothing if one of the links is the kernel's name of an open
-// file, such as /proc/self/fd/1, or, with the reason in errno, if there is no
-// such folder.
+// file yet. Returns nothing, with the reason in errno, if there is no such
+// folder, or if one of the links is the kernel's name of an open file, such as
+// /proc/self/fd/1.
 std::optional<fs::path> FollowLinks(fs::path path) {
-  constexpr int kMostLinks = 40;  // the limit of the kernel
-  for (int links = 0; links < kMostLinks; ++links) {
+  for (int links = 0; links < 40; ++links) {  // the limit of the kernel
     std::error_code error;
     const fs::path folder =
         fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
@@ -98,29 +63,22 @@ std::optional<fs::path> FollowLinks(fs::path path) {
     }
     path = folder / link;  // which is `link` if that is absolute
   }
+  errno = ELOOP;
   return std::nullopt;
 }
 
-// A new file, in the folder of the file that it will replace.
-struct NewFile {
-  // -1 if no file could be created.
-  int fd = -1;
-  // Empty while the file has no name.
-  std::string name;
-};
-
-// Sets `name` to one name in `folder` after the other, until `make` succeeds or
-// fails for another reason than an existing file. Returns its last result.
+// Sets `name` to one path in `folder` after the other until `make` succeeds or
+// fails without EEXIST. Returns its last result, which is -1 after a failure.
 int TryNames(const fs::path& folder, std::string* name,
              const std::function<int()>& make) {
   const std::string prefix = folder / (".lumo-" + std::to_string(getpid()));
-  int result = -1;
-  errno = EEXIST;
-  for (int number = 0; result == -1 && errno == EEXIST; ++number) {
+  for (int number = 0;; ++number) {
     *name = prefix + "-" + std::to_string(number);
-    result = make();
+    const int result = make();
+    if (result != -1 || errno != EEXIST) {
+      return result;
+    }
   }
-  return result;
 }
 
 // The kernel's name of an open file.
@@ -157,9 +115,52 @@ void CopyOwnerAndMode(int older, int newer) {
   fchmod(newer, status.st_mode & 07777U);
 }
 
-// Moves a complete file to `target`. `older` is a descriptor for writing to the
-// file there, or -1 if there is none.
-std::string PutInPlace(NewFile* file, const fs::path& target, int older) {
+std::string Reason(const char* what) {
+  return std::string(what) + ": " + std::strerror(errno);
+}
+
+std::string CannotCreate() { return Reason("cannot be created"); }
+std::string CannotWrite() { return Reason("cannot be written whole"); }
+
+// The functions below return what went wrong, or an empty text. `older` is a
+// descriptor for writing to an existing file, or -1 if there is none.
+
+// Writes the text to an open file, from its current position.
+std::string WriteText(int fd, const TextWriter& write) {
+  // Detects a closed stream, for which the buffer would set another reason.
+  if (::write(fd, "", 0) != 0) {
+    return CannotWrite();
+  }
+  // The buffer closes its descriptor, so give it a duplicate.
+  __gnu_cxx::stdio_filebuf<char> buffer(dup(fd), std::ios::out, 1U << 16U);
+  std::ostream stream(&buffer);
+  write(stream);
+  // After a failed write, this tries again, which sets errno again.
+  const bool is_flushed = buffer.pubsync() == 0;
+  return stream.good() && is_flushed ? "" : CannotWrite();
+}
+
+// Replaces the content of the open file by the text.
+std::string WriteInPlace(int fd, const TextWriter& write) {
+  return ftruncate(fd, 0) == 0 ? WriteText(fd, write) : CannotWrite();
+}
+
+// Replaces the content of the file `to` by that of `from`.
+std::string CopyInPlace(int from, int to) {
+  off_t position = 0;
+  ssize_t copied = ftruncate(to, 0);
+  while (copied >= 0) {
+    copied = sendfile(to, from, &position, 1U << 30U);
+    if (copied == 0) {
+      return "";
+    }
+  }
+  return CannotWrite();
+}
+
+// Renames a complete file to `target`, after giving it a name if it has none.
+// If the system refuses, replaces the content of `target` instead.
+std::string ReplaceTarget(NewFile* file, const fs::path& target, int older) {
   if (file->name.empty()) {
     const std::string open_name = NameOfOpenFile(file->fd);
     const int linked = TryNames(target.parent_path(), &file->name, [&] {
@@ -195,7 +196,7 @@ std::string WriteNewFile(NewFile* file, const fs::path& target, int older,
     error = CannotWrite();
   }
   if (error.empty()) {
-    return PutInPlace(file, target, older);
+    return ReplaceTarget(file, target, older);
   }
   if (!file->name.empty()) {
     unlink(file->name.c_str());
@@ -203,6 +204,9 @@ std::string WriteNewFile(NewFile* file, const fs::path& target, int older,
   return error;
 }
 
+// Creates or replaces a regular file through a new file in its folder. Writes
+// directly to a device or a pipe, and to a file that cannot be replaced in its
+// folder.
 std::string WriteFile(const std::string& path, const TextWriter& write) {
   const Descriptor older(open(path.c_str(), O_WRONLY | O_CLOEXEC));
   if (older.fd < 0 && errno != ENOENT) {
@@ -214,12 +218,9 @@ std::string WriteFile(const std::string& path, const TextWriter& write) {
     return WriteText(older.fd, write);
   }
   const std::optional<fs::path> target = FollowLinks(path);
-  NewFile file;
-  if (target) {
-    file = MakeNewFile(target->parent_path());
-  }
-  const Descriptor owner(file.fd);
-  if (file.fd >= 0) {
+  NewFile file = target ? MakeNewFile(target->parent_path()) : NewFile{};
+  const Descriptor newer(file.fd);
+  if (newer.fd >= 0) {
     return WriteNewFile(&file, *target, older.fd, write);
   }
   const bool is_refused =
