@@ -5,7 +5,6 @@
 #include <cstring>
 #include <filesystem>
 #include <optional>
-#include <system_error>
 
 #include <fcntl.h>
 #include <sys/sendfile.h>
@@ -15,6 +14,7 @@
 
 #include "log/same_file.h"
 #include "model/printable.h"
+#include "program/new_file.h"
 
 namespace lumo {
 namespace {
@@ -34,86 +34,6 @@ struct Descriptor {
 
   const int fd;
 };
-
-// A new file, in the folder of the file that it will replace.
-struct NewFile {
-  // -1, with the reason in errno, if no file could be created.
-  int fd = -1;
-  // Empty while the file has no name.
-  std::string name;
-};
-
-// Returns the path that the symbolic links at `path` lead to; there may be no
-// file yet. Returns nothing, with the reason in errno, if there is no such
-// folder, or if one of the links is the kernel's name of an open file, such as
-// /proc/self/fd/1.
-std::optional<fs::path> FollowLinks(fs::path path) {
-  for (int links = 0; links < 40; ++links) {  // the limit of the kernel
-    std::error_code error;
-    const fs::path folder =
-        fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
-    if (error || folder.native().starts_with("/proc/")) {
-      errno = error ? error.value() : ENOENT;  // no files are created in /proc
-      return std::nullopt;
-    }
-    path = folder / path.filename();
-    const fs::path link = fs::read_symlink(path, error);
-    if (error) {
-      return path;
-    }
-    path = folder / link;  // which is `link` if that is absolute
-  }
-  errno = ELOOP;
-  return std::nullopt;
-}
-
-// Sets `name` to one path in `folder` after the other until `make` succeeds or
-// fails without EEXIST. Returns its last result, which is -1 after a failure.
-int TryNames(const fs::path& folder, std::string* name,
-             const std::function<int()>& make) {
-  const std::string prefix = folder / (".lumo-" + std::to_string(getpid()));
-  for (int number = 0;; ++number) {
-    *name = prefix + "-" + std::to_string(number);
-    const int result = make();
-    if (result != -1 || errno != EEXIST) {
-      return result;
-    }
-  }
-}
-
-// The kernel's name of an open file.
-std::string NameOfOpenFile(int fd) {
-  return "/proc/self/fd/" + std::to_string(fd);
-}
-
-// Creates a new file in `folder`. If the file system supports it, the file has
-// no name, so that it disappears when the process is killed.
-NewFile MakeNewFile(const fs::path& folder) {
-  constexpr mode_t kMode = 0666;  // before the umask
-  NewFile file;
-  file.fd = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, kMode);
-  if (file.fd >= 0 && access(NameOfOpenFile(file.fd).c_str(), F_OK) == 0) {
-    return file;
-  }
-  if (file.fd >= 0) {
-    close(file.fd);  // without /proc, it cannot be given a name
-  }
-  file.fd = TryNames(folder, &file.name, [&file] {
-    return open(file.name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC,
-                kMode);
-  });
-  return file;
-}
-
-// Gives `newer` the mode of `older` and, if the system allows it, its owner.
-void CopyOwnerAndMode(int older, int newer) {
-  struct stat status = {};
-  fstat(older, &status);
-  // The owner first, because changing it clears some bits of the mode.
-  [[maybe_unused]] const int ignored =
-      fchown(newer, status.st_uid, status.st_gid);
-  fchmod(newer, status.st_mode & 07777U);
-}
 
 std::string Reason(const char* what) {
   return std::string(what) + ": " + std::strerror(errno);
@@ -158,32 +78,8 @@ std::string CopyInPlace(int from, int to) {
   return CannotWrite();
 }
 
-// Renames a complete file to `target`, after giving it a name if it has none.
-// If the system refuses, replaces the content of `target` instead.
-std::string ReplaceTarget(NewFile* file, const fs::path& target, int older) {
-  if (file->name.empty()) {
-    const std::string open_name = NameOfOpenFile(file->fd);
-    const int linked = TryNames(target.parent_path(), &file->name, [&] {
-      return linkat(AT_FDCWD, open_name.c_str(), AT_FDCWD, file->name.c_str(),
-                    AT_SYMLINK_FOLLOW);
-    });
-    if (linked != 0) {
-      return CannotCreate();
-    }
-  }
-  if (rename(file->name.c_str(), target.c_str()) == 0) {
-    return "";
-  }
-  // The target may be a mount point, or another user's file in /tmp.
-  const bool is_refused =
-      errno == EBUSY || errno == EXDEV || errno == EACCES || errno == EPERM;
-  std::string error =
-      older >= 0 && is_refused ? CopyInPlace(file->fd, older) : CannotCreate();
-  unlink(file->name.c_str());
-  return error;
-}
-
-// Writes the text to a new file, which then replaces `target`.
+// Writes the text to the new file, which then replaces `target`. If the system
+// refuses, replaces the content of `target` instead.
 std::string WriteNewFile(NewFile* file, const fs::path& target, int older,
                          const TextWriter& write) {
   if (older >= 0) {
@@ -196,11 +92,16 @@ std::string WriteNewFile(NewFile* file, const fs::path& target, int older,
     error = CannotWrite();
   }
   if (error.empty()) {
-    return ReplaceTarget(file, target, older);
+    if (RenameNewFile(file, target)) {
+      return "";
+    }
+    // The target may be a mount point, or another user's file in /tmp.
+    const bool is_refused =
+        errno == EBUSY || errno == EXDEV || errno == EACCES || errno == EPERM;
+    error = older >= 0 && is_refused ? CopyInPlace(file->fd, older)
+                                     : CannotCreate();
   }
-  if (!file->name.empty()) {
-    unlink(file->name.c_str());
-  }
+  DiscardNewFile(*file);
   return error;
 }
 
