@@ -14,7 +14,7 @@
 
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
-#include "compare/figure_text.h"
+#include "model/figure_text.h"
 #include "compare/figures.h"
 #include "model/event_series.h"
 #include "model/message_groups.h"

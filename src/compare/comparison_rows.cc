@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "compare/figure_text.h"
+#include "model/figure_text.h"
 #include "program/csv_field.h"
 
 namespace lumo {

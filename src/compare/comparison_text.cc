@@ -7,7 +7,7 @@
 #include <limits>
 #include <string_view>
 
-#include "compare/figure_text.h"
+#include "model/figure_text.h"
 #include "model/printable.h"
 
 namespace lumo {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-#include "compare/figure_text.h"
 #include "model/event_fields.h"
+#include "model/figure_text.h"
 #include "page/display_text.h"
 
 namespace lumo {

@@ -12,8 +12,8 @@
 #include <flatbuffers/flatbuffers.h>
 #include <nlohmann/json.hpp>
 
-#include "compare/figure_text.h"
 #include "model/event_fields.h"
+#include "model/figure_text.h"
 #include "page/display_text.h"
 
 namespace lumo {

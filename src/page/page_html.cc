@@ -12,7 +12,7 @@
 #include <flatbuffers/flatbuffers.h>
 
 #include "compare/comparison_text.h"
-#include "compare/figure_text.h"
+#include "model/figure_text.h"
 #include "page/display_text.h"
 #include "page/page_columns.h"
 

@@ -1,10 +1,9 @@
 #include "report/op_sections.h"
 
-#include <array>
-#include <charconv>
 #include <iomanip>
 #include <string_view>
 
+#include "model/figure_text.h"
 #include "report/percent_field.h"
 
 namespace lumo {
@@ -26,13 +25,9 @@ void WriteAverageRow(std::ostream& stream, std::string_view name,
 // "            16.29% |         1500 cycles | name". The average has up to six
 // significant digits, whatever notation the stream is set to.
 void WriteTopRow(std::ostream& stream, const TopOpEntry& op) {
-  std::array<char, 16> digits;  // the longest is "1.23457e+38"
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), op.average,
-                    std::chars_format::general, 6);
   WriteShare(stream, op.percent);
-  stream << std::setw(12) << std::string_view(digits.data(), written.ptr) << ' '
-         << op.unit << " | " << op.name << '\n';
+  stream << std::setw(12) << SignificantText(op.average, 6) << ' ' << op.unit
+         << " | " << op.name << '\n';
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "compare/figure_text.h"
+#include "model/figure_text.h"
 
 #include <array>
 #include <charconv>
