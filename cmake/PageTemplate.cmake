@@ -5,7 +5,8 @@
 
 cmake_minimum_required(VERSION 3.25)
 
-# Sets `variable` to the source that allows an inline script or style: its hash.
+# Sets `variable` to the hash by which the Content-Security-Policy allows this inline
+# script or style.
 function(hash_source file variable)
   file(SHA256 "${file}" hex)
   string(TOUPPER "${hex}" hex)

@@ -2,8 +2,8 @@
 """Checks the layout of a log before its report is trusted.
 
 Reads the table of lumo-profile-export on standard input. Prints a line for each
-message whose events do not fit its position, and for each series that does not have
-one value in every run. The exit status is 0 if no lines were printed, 1 if some were,
+message that has no events or whose events do not fit its position, and for each
+series that does not have one value in every run. The exit status is 0 if no lines were printed, 1 if some were,
 and 2 if standard input has no table.
 """
 

@@ -333,8 +333,8 @@ def parse_arguments():
     parser.add_argument("--num_warmup", metavar="W", type=int, default=1,
                         help="first runs of each series to exclude (default: 1)")
     parser.add_argument("--group", metavar="REGEX", default="()",
-                        help="group the logs by what the first group in"
-                        " parentheses matches in their paths")
+                        help="group the logs by the text that the first"
+                        " parentheses match in their paths")
     parser.add_argument("--output", metavar="FILE",
                         help="write the table to FILE, not to standard output")
     parser.add_argument("logs", metavar="FOLDER_OR_LOG", nargs="+",
@@ -347,13 +347,13 @@ def parse_arguments():
     except re.error as error:
         parser.error(f"--group: {error}")
     if options.group.groups == 0:
-        parser.error("--group has no group in parentheses")
+        parser.error("--group has no parentheses")
     return options
 
 
 def connect(scheduler):
     """Returns a client of the scheduler or, if it is None, of local processes."""
-    # Its worker processes would log what concerns nobody here.
+    # Suppress the log messages of the worker processes; main() prints the errors.
     os.environ.setdefault("DASK_LOGGING__DISTRIBUTED", "critical")
     try:
         from dask.system import CPU_COUNT
@@ -361,7 +361,7 @@ def connect(scheduler):
     except ImportError as error:
         raise OSError(f"{error}; install python3-distributed, and run"
                       " /usr/bin/python3 fleet.py") from error
-    logging.disable()  # main() prints the errors
+    logging.disable()
     if scheduler is None:
         return Client(n_workers=CPU_COUNT, threads_per_worker=1,
                       dashboard_address="127.0.0.1:0", silence_logs=logging.CRITICAL)
@@ -399,7 +399,7 @@ def main():
         logs.append((number, as_text(group or ""), real_path))
         paths.append(path)
     if without_group:
-        say(f"logs without a match of --group, put in a group without a name:"
+        say(f"logs that do not match --group, in a group with an empty name:"
             f" {without_group}")
 
     with connect(options.scheduler) as client:
@@ -412,7 +412,7 @@ def main():
     unmeasured = sum(map(math.isnan, itertools.chain.from_iterable(
         means for _, means in table.values())))
     if unmeasured:
-        say("means missing because the warm-up leaves no run of the log:"
+        say("means missing because no values are left after the warm-up:"
             f" {unmeasured}")
 
     content = (HEADER + "".join(table_rows(table, paths))).encode(BYTES)

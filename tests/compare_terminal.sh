@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks what a comparison shows on a terminal: real differences are colored unless
+# Checks what a comparison shows on a terminal: significant differences are colored unless
 # NO_COLOR is set, and the names of the logs are escaped.
 #
 #   compare_terminal.sh PROGRAM LOG LOG_AFTER

@@ -40,7 +40,7 @@ TEST(Limits, EventsNest62LevelsDeep) {
   EXPECT_FALSE(IsValid(GenerateLog({.sub_events = 61, .is_nested = true})));
 }
 
-TEST(Limits, EveryVisitOfATableCounts) {
+TEST(Limits, EveryReferenceToATableCounts) {
   LogShape shape = {.is_shared = true};
   for (const std::int64_t tables : {1000000, 1000001}) {
     shape.operations += tables - CountTables(shape);
@@ -95,7 +95,7 @@ void ExpectAnOutcome(const Bytes& log) {
   ASSERT_NE(rejected, reported) << written;
 }
 
-TEST(DamagedLog, EndsWithAnOutcome) {
+TEST(DamagedLog, GivesAReportOrAnError) {
   Bytes log;
   log = ReadLogFile(LUMO_CASE_LOGS "/every_kind/log.bin").bytes;
   ASSERT_NE(RunViewer(log, 2, 1).find("---Top 2 by"), std::string::npos);

@@ -255,7 +255,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(len(self.tables()[0]), 300)
         self.assertFalse(more.is_displayed())
         self.assertIn("The log has 1500 values: the chart shows the smallest and "
-                      "the largest of every 3.", self.all("#chart-note")[0].text)
+                      "the largest of every 3 values.", self.all("#chart-note")[0].text)
         drawn = self.chart()[0]
         self.assertLessEqual(len(drawn), 1000)
         self.assertIn([700, 9999], drawn)
@@ -327,7 +327,7 @@ class PageTest(unittest.TestCase):
                 self.assertEqual(got, wanted[:len(got)])
                 self.assertTrue(len(wanted) == len(got) or
                                 name not in wanted[len(got)])
-                self.assertIn("mean of 5 values", part.text)
+                self.assertIn("Mean of 5 values", part.text)
 
         self.all("th[data-key=name]")[0].find_element(By.TAG_NAME, "button").send_keys(
             Keys.ENTER)

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Checks that a program except the viewer writes its output to a file whole or not at all.
+# Checks that a program other than the viewer writes its output to a file whole or not at
+# all.
 #
 #   program_output.sh PROGRAM LOG
 # shellcheck source=tests/work_folder.sh
@@ -47,7 +48,7 @@ mkdir open && chmod 777 open && cp older open/file && chmod 444 open/file
 fails 'open/file: cannot be created: Permission denied' \
   "${as_user[@]}" "${run[@]}" --output open/file
 expect_file open/file older
-# So is a file of another user in a folder like /tmp.
+# A file of another user in a folder like /tmp is written in place, too.
 mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
 writes "${as_user[@]}" "${run[@]}" --output sticky/file && expect_file sticky/file whole
 fails 'new: cannot be created: Is a directory' "${run[@]}" --output new

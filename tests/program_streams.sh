@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a program except the viewer with devices, pipes and closed standard streams.
+# Runs a program other than the viewer with devices, pipes and closed standard streams.
 #
 #   program_streams.sh PROGRAM LOG
 # shellcheck source=tests/work_folder.sh

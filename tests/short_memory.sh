@@ -31,7 +31,7 @@ with() {
 }
 
 # climb HALVES PROGRAM: raises the limit, starting with the memory that --help needs. A
-# complete run may need at most HALVES times half the size of the log more.
+# complete run may need at most HALVES / 2 times the size of the log more.
 climb() {
   local run=("$2" --input_profile_data log.bin) passed=0 base=1000 needed
   "${run[@]}" --output whole.txt >/dev/null

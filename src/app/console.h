@@ -23,8 +23,8 @@ struct Console {
 bool ReportError(const Console& console, std::string_view text);
 
 // Writes the step that failed to `console.err`. Returns false. Scripts search
-// for these lines, so their words and numbers are fixed, whatever lines of the
-// source they once named.
+// for these lines, so their words and numbers are fixed, even though the
+// numbers are no longer lines of the source.
 bool ReportLocation(const Console& console, std::string_view step, int number);
 
 }  // namespace lumo

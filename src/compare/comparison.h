@@ -50,9 +50,9 @@ struct ComparedRuns {
 };
 
 // Compares the series of two logs. The figures exclude the first `num_warmup`
-// values, 0 or more, of a series of several. A difference is significant
-// if its adjusted p-value is below 1 - `confidence` / 100; the confidence must
-// be above 0 and below 100.
+// values, 0 or more, of each series of at least two values. A difference is
+// significant if its adjusted p-value is below 1 - `confidence` / 100; the
+// confidence must be above 0 and below 100.
 //
 // Returns the finalize runs of all graphs, then the execute runs of all graphs,
 // without those that have no series. The result refers to both arguments.

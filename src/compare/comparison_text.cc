@@ -105,8 +105,9 @@ std::string_view SectionOf(const SeriesPair& pair) {
   if (pair.verdict == Verdict::kOnlyAfter) {
     return "Only after";
   }
-  return pair.level == Level::kEvent ? "Top-level events"
-                                     : "Operations, largest change first";
+  return pair.level == Level::kEvent
+             ? "Top-level events"
+             : "Operations, largest difference of means first";
 }
 
 // The terminal's escape sequence for bold and red or green.

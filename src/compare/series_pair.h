@@ -20,7 +20,7 @@ enum class Level { kEvent, kOperation };
 std::string_view LevelText(Level level);
 
 enum class Verdict {
-  // The mean after is really higher or lower than the mean before.
+  // The mean after is significantly higher or lower than the mean before.
   kHigher,
   kLower,
   kNoDifference,

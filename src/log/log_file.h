@@ -30,8 +30,9 @@ LogFile ReadLogFile(const std::string& path);
 
 // Returns the root table of the log in `bytes`, or null, with the reason in
 // `error`, if the bytes are not a well-formed log: every offset, vector, string
-// terminator and alignment is checked, events may be nested 62 levels deep, and
-// a log may have 1,000,000 tables, each counted once for each reference to it.
+// terminator and alignment is checked, events may be nested up to 62 levels
+// deep, and a log may have up to 1,000,000 tables, each counted once for each
+// reference to it.
 // The root points into `bytes` and is valid until they are changed or
 // reallocated.
 //

@@ -26,8 +26,8 @@ float Mean(std::span<const float> values);
 // NaN.
 float SampleDeviation(std::span<const float> values, float mean);
 
-// The value of each figure if the list has single runs, for which there are no
-// statistics.
+// The value of each figure if ComputeRunStatistics() treats all series as
+// single runs, for which there are no statistics.
 inline constexpr float kNotComputed = -1.0F;
 
 // The three figures of one series, or kNotComputed three times.
@@ -52,7 +52,7 @@ using StatisticsMap = std::map<EventKey, RunStatistics>;
 
 // Appends one StatisticsMap per element of `series` to `statistics`, in their
 // order. The first `num_warmup` values of every series are its warm-up. If the
-// first series of the first graph has only one value, the whole list counts as
+// first series of the first graph has only one value, all series are treated as
 // single runs.
 //
 // Otherwise, returns false, with the reason in `error`, and appends nothing if

@@ -120,14 +120,15 @@
     }
     for (const side of sidesOf(series)) {
       const {values, runs} = series[side];
-      const log = sides.length === 2 ? `log ${side}` : "log";
+      const log = sides.length === 2 ? `${side} log` : "log";
       if (values.length !== runs) {
         notes.push(`The ${log} has ${countText(values.length, "value")} in ` +
             `${countText(runs, "run")}.`);
       }
       if (groupSize(values) > 1) {
         notes.push(`The ${log} has ${values.length} values: the chart shows ` +
-            `the smallest and the largest of every ${groupSize(values)}.`);
+            `the smallest and the largest of every ${groupSize(values)} ` +
+            `values.`);
       }
     }
     return notes.join(" ");
@@ -190,8 +191,9 @@
     byId("chart-title").replaceChildren(
         makeElement("bdi", series.name), `, ${series.kind} runs`);
     byId("chart-note").textContent = chartNote(series, excluded);
+    const unit = series.unit === "" ? "" : ` in ${series.unit}`;
     byId("chart").setAttribute("aria-label",
-        `Chart of the values in ${series.unit}. The tables have the figures.`);
+        `Chart of the values${unit}. The tables have the figures.`);
     chart?.destroy();
     chart = new Chart(byId("chart"), {
       type: "line",
@@ -213,7 +215,7 @@
   function makeLines(figures) {
     if (figures.details.length === 0) {
       return [makeElement(
-          "p", `Run ${figures.details_run} has no details of it.`)];
+          "p", `No sub-events in run ${figures.details_run}.`)];
     }
     const list = makeElement("ul");
     for (const [depth, name, value] of figures.details) {
@@ -221,7 +223,8 @@
       line.append(makeElement("bdi", name), value);
       list.append(line);
     }
-    const parts = [makeElement("p", `In run ${figures.details_run}:`), list];
+    const parts =
+        [makeElement("p", `Sub-events in run ${figures.details_run}:`), list];
     if (figures.details.length < figures.details_count) {
       parts.push(makeElement("p", `These are the first ` +
           `${figures.details.length} of ${figures.details_count} lines.`));
@@ -232,10 +235,10 @@
   function makeDetails(side, series) {
     const part = makeElement("div");
     const figures = series[side];
-    const mean = figures.n === 0 ? "no value after the warm-up"
-        : `mean of ${countText(figures.n, "value")}`;
+    const mean = figures.n === 0 ? "No value after the warm-up"
+        : `Mean of ${countText(figures.n, "value")}`;
     part.append(makeElement("h3", sides.length === 2
-        ? `${sideNames[side]}: ${mean}` : `Figures: ${mean}`));
+        ? `${sideNames[side]}: ${mean}` : mean));
     if (series.level === "operation") {
       part.append(...makeLines(figures));
     }

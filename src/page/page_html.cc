@@ -96,10 +96,9 @@ void WriteLogs(std::ostream& stream, const Page& page) {
   });
   stream << "</tbody></table>\n";
   if (page.after) {
-    stream
-        << "<p><strong>" << TotalsText(page.all_runs, kDefaultConfidence)
-        << "</strong>. A verdict is that of Welch&#39;s t test, with p-values "
-           "adjusted for the number of tests.</p>\n";
+    stream << "<p><strong>" << TotalsText(page.all_runs, kDefaultConfidence)
+           << "</strong>. Verdicts are from Welch&#39;s t test, with p-values "
+              "adjusted for the number of tests.</p>\n";
   }
 }
 
@@ -133,8 +132,8 @@ void WriteRow(std::ostream& stream, const std::vector<Column>& columns,
 std::string CaptionOf(const PageTable& table, std::string_view unit) {
   std::string caption = table.level == Level::kOperation ? "Operations"
                         : table.runs.kind == RunKind::kExecute
-                            ? "Events of the execute runs"
-                            : "Events of the finalize runs";
+                            ? "Top-level events of the execute runs"
+                            : "Top-level events of the finalize runs";
   if (!unit.empty()) {
     caption += ", " + std::string(unit);
   }
@@ -148,10 +147,11 @@ const char* NoteOf(const PageTable& table, bool has_one_unit) {
     return "These events overlap: do not add them up.";
   }
   return has_one_unit
-             ? "Shares are of the sum of the operations&#39; averages over all "
-               "runs, as in the report."
-             : "A log with operations in several units has no shares: values "
-               "in different units do not add up.";
+             ? "As in the report, a share is the operation&#39;s average over "
+               "all runs, warm-up runs included, in percent of the sum of "
+               "these averages."
+             : "If the operations of a log have several units, they have no "
+               "shares: values in different units do not add up.";
 }
 
 void WriteHeadingCell(std::ostream& stream, const PageTable& table,

@@ -30,8 +30,8 @@ struct PageLog {
   // The averages and shares of the operations over all runs, as in the report.
   // Empty for a graph with operations in several units, which cannot be added.
   std::vector<OpAverageMap> op_averages;
-  // Each operation in the first run after the warm-up that has it, or, if none
-  // has, in the first run.
+  // Each operation in the first run after the warm-up that has it or, if none
+  // has, in the first warm-up run that has it.
   std::vector<std::map<EventKey, SampleOperation>> samples;
 };
 
