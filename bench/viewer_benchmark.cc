@@ -75,8 +75,10 @@ void Report(benchmark::State& state) {
   }
 }
 
+using Dimension = std::int64_t LogShape::*;
+
 // `dimension` has the argument of the benchmark as its value.
-void WholeRun(benchmark::State& state, std::int64_t LogShape::*dimension) {
+void WholeRun(benchmark::State& state, Dimension dimension) {
   LogShape shape;
   shape.*dimension = state.range(0);
   const Bytes log = GenerateLog(shape);

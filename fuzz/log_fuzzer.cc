@@ -34,7 +34,8 @@ void Compare(const ProfilingLog& before, const ProfilingLog& after,
   for (const ComparedRuns& runs : all_runs) {
     for (const SeriesPair& pair : runs.pairs) {
       const double p = pair.p_adjusted.value_or(1);
-      if (!(p >= 0 && p <= 1)) {
+      const bool is_probability = p >= 0 && p <= 1;
+      if (!is_probability) {
         std::abort();
       }
     }
