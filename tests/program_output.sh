@@ -18,6 +18,8 @@ expect_file() {
   [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
 }
 "${run[@]}" >whole || fail 'does not write its output'
+# An empty name means standard output.
+"${run[@]}" --output= | cmp - whole || fail 'rejects an empty --output'
 
 # A new file, an older file and the target of a symbolic link, with their modes.
 mkdir new && (umask 027 && "${run[@]}" --output new/file) && expect_file new/file whole
@@ -51,8 +53,8 @@ expect_file open/file older
 mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
 writes "${as_user[@]}" "${run[@]}" --output sticky/file && expect_file sticky/file whole
 fails 'new: cannot be created: Is a directory' "${run[@]}" --output new
-fails 'new/missing/file: cannot be created: No such file or directory' \
-  "${run[@]}" --output new/missing/file
+fails 'new\n/file: cannot be created: No such file or directory' \
+  "${run[@]}" --output $'new\n/file'
 
 # After a failure, the older file is unchanged.
 cp older new/later
@@ -82,6 +84,8 @@ for log in log.bin ./new/../log.bin hard.bin soft.bin; do
 done
 fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}"
 fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}" --output stdout
+ln log.bin $'\n.bin'
+fails "${own/log.bin/\\n.bin}" "${run[@]/%log.bin/$'\n.bin'}" --output log.bin
 # The first of two logs is not overwritten, either.
 [ "${run[1]}" != copy.bin ] || fails "$own" "$program" log.bin copy.bin --output hard.bin
 cmp log.bin copy.bin || fail 'the log has changed'
