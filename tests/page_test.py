@@ -207,7 +207,8 @@ class PageTest(unittest.TestCase):
                 self.assertEqual(self.all("main :is(script, img, a)"), [])
 
     def test_columns_sort_both_ways(self):
-        for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"]):
+        for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"],
+                     self.hostile):
             self.open(*logs)
             graph = 1 if logs == ["texts.bin"] else 0
             self.choose_graph(graph)
@@ -222,13 +223,14 @@ class PageTest(unittest.TestCase):
                     texts = [row[column] for row in self.tables()[0]]
                     values = [float(text.rstrip("%")) if is_number else
                               [int(part) if part.isdigit() else part.lower()
-                               for part in re.split(r"(\d+)", text)]
+                               for part in re.split(r"(\d+)", text.lstrip("▲▼ "))]
                               for text in texts if text]
                     with self.subTest(logs=logs, column=column, order=seen[-1]):
                         self.assertEqual(texts[len(values):], [""] * texts.count(""))
                         self.assertEqual(values, sorted(
                             values, reverse=seen[-1] == "descending"))
-                self.assertEqual(set(seen), {"ascending", "descending"})
+                self.assertEqual(seen, ["descending", "ascending"] if is_number
+                                 else ["ascending", "descending"])
                 self.assertEqual(len(self.all(
                     "section:not([hidden]) table[data-level=operation] [aria-sort]")), 1)
 
@@ -242,6 +244,8 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.tables()[0], found)
         self.assertEqual(self.all(".count")[0].text, f"{len(found)} of {len(rows)}")
         self.all("tr[data-series] button")[1].click()
+        field.send_keys("wise")
+        self.assertEqual(self.all(".count")[0].text, f"{len(found)} of {len(rows)}")
         field.send_keys(Keys.CONTROL + "a", Keys.DELETE)
         self.assertEqual(self.tables()[0], rows)
         self.assertEqual(len(self.all("tr.chosen")), 1)
@@ -333,6 +337,13 @@ class PageTest(unittest.TestCase):
             Keys.ENTER)
         self.assertEqual(len(self.all("tr.chosen + tr > .details")), 1)
 
+        # A detail of a detail is indented.
+        self.open(*self.hostile)
+        next(button for button in self.all("tr[data-series] button")
+             if button.text == "node_id_1:slower").click()
+        self.assertIn("\u2003<deep>: 1 cycles", [
+            line.get_attribute("textContent") for line in self.all(".details li")])
+
     def point_at(self, k):
         """Moves the mouse to a run of the chart and returns the texts of the tooltip."""
         x, y = self.js("""
@@ -363,6 +374,9 @@ class PageTest(unittest.TestCase):
                          "The first run is excluded as warm-up.")
         self.all("#zoom")[0].click()
         self.assertEqual(self.js("return Chart.getChart('chart').scales.x.min"), 0.5)
+        self.open("detailed.bin", "--num_warmup=6")
+        self.assertIn("The first 6 runs are excluded", self.all("#chart-note")[0].text)
+        self.assertIn("no value after the warm-up", self.all(".details")[0].text)
 
     def test_policy_blocks_injected_markup(self):
         self.open("detailed.bin")
