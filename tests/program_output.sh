@@ -22,8 +22,8 @@ expect_file() {
 "${run[@]}" --output= | cmp - whole || fail 'rejects an empty --output'
 
 # A new file, an older file and the target of a symbolic link, with their modes.
-mkdir new && (umask 027 && "${run[@]}" --output new/file) && expect_file new/file whole
-[ "$(stat -c %a new/file)" = 640 ] || fail 'a new file ignores the umask'
+mkdir new && (umask 007 && "${run[@]}" --output new/file) && expect_file new/file whole
+[ "$(stat -c %a new/file)" = 660 ] || fail 'a new file ignores the umask'
 chmod 604 new/file && cp older new/file
 [ "$(id -u)" != 0 ] || chown 1:1 new/file
 owner=$(stat -c %u:%g new/file)
@@ -52,6 +52,8 @@ expect_file open/file older
 # So is a file of another user in a folder like /tmp.
 mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
 writes "${as_user[@]}" "${run[@]}" --output sticky/file && expect_file sticky/file whole
+# The current folder need not be writable.
+writes "${as_user[@]}" "${run[@]}" --output open/new
 fails 'new: cannot be created: Is a directory' "${run[@]}" --output new
 fails 'new\n/file: cannot be created: No such file or directory' \
   "${run[@]}" --output $'new\n/file'
@@ -71,6 +73,8 @@ if [ "${#strace[@]}" != 0 ]; then
   done
   writes "${strace[@]}" -e "inject=$failure" "${run[@]}" --output new/later
   expect_file new/later whole
+  # Another file may have the first name that is tried.
+  writes "${strace[@]}" -e inject=linkat:error=EEXIST:when=1 "${run[@]}" --output new/later
 fi
 
 # The log is not overwritten, under any name.
