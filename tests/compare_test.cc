@@ -14,9 +14,9 @@
 
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
-#include "model/figure_text.h"
 #include "compare/figures.h"
 #include "model/event_series.h"
+#include "model/figure_text.h"
 #include "model/message_groups.h"
 #include "program/command_line.h"
 #include "run_viewer.h"
