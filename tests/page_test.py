@@ -187,7 +187,7 @@ class PageTest(unittest.TestCase):
         return cells
 
     def test_figures_equal_the_report_and_the_comparison(self):
-        for logs in (["basic.bin"], ["detailed.bin"], ["detailed.bin", "tuned.bin"],
+        for logs in (["basic.bin"], ["detailed.bin"], ["tuned.bin", "detailed.bin"],
                      ["tuned.bin", "basic.bin"], self.hostile):
             with self.subTest(logs=logs):
                 self.open(*logs)
@@ -205,6 +205,8 @@ class PageTest(unittest.TestCase):
                         "return document.getElementById('chart-title').textContent"
                         ".startsWith(arguments[0].textContent + ', ')", name))
                 self.assertEqual(self.all("main :is(script, img, a)"), [])
+                bars = [float(bar.get_attribute("width")) for bar in self.all("rect")]
+                self.assertEqual(max(bars, default=100), 100)
 
     def test_columns_sort_both_ways(self):
         for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"],
@@ -407,6 +409,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.tables(), with_scripts)
         self.assertIn("Scripts are off.", self.all("main")[0].text)
         self.assertFalse(self.all("#runs")[0].is_displayed())
+        self.assertEqual(self.all(".graph h2"), [])  # there is only one graph
         self.cdp("Emulation.setScriptExecutionDisabled", value=False)
 
     def test_narrow_dark_and_printed(self):
