@@ -56,6 +56,7 @@ class PageTest(unittest.TestCase):
         for side, name in zip(("before", "after"), cls.hostile):
             shutil.copy(f"{BUILD}/tests/logs/page_two_logs/{side}.bin", name)
         shutil.copy(f"{BUILD}/tests/logs/page_one_log/log.bin", "texts.bin")
+        shutil.copy(f"{BUILD}/tests/logs/shares_of_a_zero_total/log.bin", "zero.bin")
         cls.make_large_log()
         options = webdriver.ChromeOptions()
         for word in ("headless", "no-sandbox", "disable-gpu", "disable-quic",
@@ -187,8 +188,9 @@ class PageTest(unittest.TestCase):
         return cells
 
     def test_figures_equal_the_report_and_the_comparison(self):
-        for logs in (["basic.bin"], ["detailed.bin"], ["tuned.bin", "detailed.bin"],
-                     ["tuned.bin", "basic.bin"], self.hostile):
+        for logs in (["basic.bin"], ["detailed.bin"], ["zero.bin"],
+                     ["tuned.bin", "detailed.bin"], ["tuned.bin", "basic.bin"],
+                     self.hostile):
             with self.subTest(logs=logs):
                 self.open(*logs)
                 got = [(graph, table) for graph, tables in self.graphs()
