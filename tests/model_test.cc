@@ -129,6 +129,7 @@ TEST(NodeId, IsTheFirstRunOfDigitsAfterThePrefix) {
       {"Node_id_5", -1},
       {"xnode_id_5", -1},
       {"node_id_4_node_id_5", -1},
+      {"node_id_node_id_5", -1},
       {"", -1},
   };
   for (const auto& test : kCases) {

@@ -56,6 +56,7 @@ class PageTest(unittest.TestCase):
         for side, name in zip(("before", "after"), cls.hostile):
             shutil.copy(f"{BUILD}/tests/logs/page_two_logs/{side}.bin", name)
         shutil.copy(f"{BUILD}/tests/logs/page_one_log/log.bin", "texts.bin")
+        shutil.copy(f"{BUILD}/tests/logs/shares_of_a_zero_total/log.bin", "zero.bin")
         cls.make_large_log()
         options = webdriver.ChromeOptions()
         for word in ("headless", "no-sandbox", "disable-gpu", "disable-quic",
@@ -187,8 +188,9 @@ class PageTest(unittest.TestCase):
         return cells
 
     def test_figures_equal_the_report_and_the_comparison(self):
-        for logs in (["basic.bin"], ["detailed.bin"], ["detailed.bin", "tuned.bin"],
-                     ["tuned.bin", "basic.bin"], self.hostile):
+        for logs in (["basic.bin"], ["detailed.bin"], ["zero.bin"],
+                     ["tuned.bin", "detailed.bin"], ["tuned.bin", "basic.bin"],
+                     self.hostile):
             with self.subTest(logs=logs):
                 self.open(*logs)
                 got = [(graph, table) for graph, tables in self.graphs()
@@ -205,9 +207,12 @@ class PageTest(unittest.TestCase):
                         "return document.getElementById('chart-title').textContent"
                         ".startsWith(arguments[0].textContent + ', ')", name))
                 self.assertEqual(self.all("main :is(script, img, a)"), [])
+                bars = [float(bar.get_attribute("width")) for bar in self.all("rect")]
+                self.assertEqual(max(bars, default=100), 100)
 
     def test_columns_sort_both_ways(self):
-        for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"]):
+        for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"],
+                     self.hostile):
             self.open(*logs)
             graph = 1 if logs == ["texts.bin"] else 0
             self.choose_graph(graph)
@@ -222,13 +227,14 @@ class PageTest(unittest.TestCase):
                     texts = [row[column] for row in self.tables()[0]]
                     values = [float(text.rstrip("%")) if is_number else
                               [int(part) if part.isdigit() else part.lower()
-                               for part in re.split(r"(\d+)", text)]
+                               for part in re.split(r"(\d+)", text.lstrip("▲▼ "))]
                               for text in texts if text]
                     with self.subTest(logs=logs, column=column, order=seen[-1]):
                         self.assertEqual(texts[len(values):], [""] * texts.count(""))
                         self.assertEqual(values, sorted(
                             values, reverse=seen[-1] == "descending"))
-                self.assertEqual(set(seen), {"ascending", "descending"})
+                self.assertEqual(seen, ["descending", "ascending"] if is_number
+                                 else ["ascending", "descending"])
                 self.assertEqual(len(self.all(
                     "section:not([hidden]) table[data-level=operation] [aria-sort]")), 1)
 
@@ -242,6 +248,8 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.tables()[0], found)
         self.assertEqual(self.all(".count")[0].text, f"{len(found)} of {len(rows)}")
         self.all("tr[data-series] button")[1].click()
+        field.send_keys("wise")
+        self.assertEqual(self.all(".count")[0].text, f"{len(found)} of {len(rows)}")
         field.send_keys(Keys.CONTROL + "a", Keys.DELETE)
         self.assertEqual(self.tables()[0], rows)
         self.assertEqual(len(self.all("tr.chosen")), 1)
@@ -333,6 +341,13 @@ class PageTest(unittest.TestCase):
             Keys.ENTER)
         self.assertEqual(len(self.all("tr.chosen + tr > .details")), 1)
 
+        # A detail of a detail is indented.
+        self.open(*self.hostile)
+        next(button for button in self.all("tr[data-series] button")
+             if button.text == "node_id_1:slower").click()
+        self.assertIn("\u2003<deep>: 1 cycles", [
+            line.get_attribute("textContent") for line in self.all(".details li")])
+
     def point_at(self, k):
         """Moves the mouse to a run of the chart and returns the texts of the tooltip."""
         x, y = self.js("""
@@ -363,6 +378,9 @@ class PageTest(unittest.TestCase):
                          "The first run is excluded as warm-up.")
         self.all("#zoom")[0].click()
         self.assertEqual(self.js("return Chart.getChart('chart').scales.x.min"), 0.5)
+        self.open("detailed.bin", "--num_warmup=6")
+        self.assertIn("The first 6 runs are excluded", self.all("#chart-note")[0].text)
+        self.assertIn("no value after the warm-up", self.all(".details")[0].text)
 
     def test_policy_blocks_injected_markup(self):
         self.open("detailed.bin")
@@ -393,6 +411,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.tables(), with_scripts)
         self.assertIn("Scripts are off.", self.all("main")[0].text)
         self.assertFalse(self.all("#runs")[0].is_displayed())
+        self.assertEqual(self.all(".graph h2"), [])  # there is only one graph
         self.cdp("Emulation.setScriptExecutionDisabled", value=False)
 
     def test_narrow_dark_and_printed(self):

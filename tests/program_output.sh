@@ -19,10 +19,12 @@ expect_file() {
   [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
 }
 "${run[@]}" >whole || fail 'does not write its output'
+# An empty name means standard output.
+"${run[@]}" --output= | cmp - whole || fail 'rejects an empty --output'
 
 # A new file, an older file and the target of a symbolic link, with their modes.
-mkdir new && (umask 027 && "${run[@]}" --output new/file) && expect_file new/file whole
-[ "$(stat -c %a new/file)" = 640 ] || fail 'a new file ignores the umask'
+mkdir new && (umask 007 && "${run[@]}" --output new/file) && expect_file new/file whole
+[ "$(stat -c %a new/file)" = 660 ] || fail 'a new file ignores the umask'
 chmod 604 new/file && cp older new/file
 [ "$(id -u)" != 0 ] || chown 1:1 new/file
 owner=$(stat -c %u:%g new/file)
@@ -51,9 +53,11 @@ expect_file open/file older
 # A file of another user in a folder like /tmp is written in place, too.
 mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
 writes "${as_user[@]}" "${run[@]}" --output sticky/file && expect_file sticky/file whole
+# The current folder need not be writable.
+writes "${as_user[@]}" "${run[@]}" --output open/new
 fails 'new: cannot be created: Is a directory' "${run[@]}" --output new
-fails 'new/missing/file: cannot be created: No such file or directory' \
-  "${run[@]}" --output new/missing/file
+fails 'new\n/file: cannot be created: No such file or directory' \
+  "${run[@]}" --output $'new\n/file'
 
 # After a failure, the older file is unchanged.
 cp older new/later
@@ -70,6 +74,8 @@ if [ "${#strace[@]}" != 0 ]; then
   done
   writes "${strace[@]}" -e "inject=$failure" "${run[@]}" --output new/later
   expect_file new/later whole
+  # Another file may have the first name that is tried.
+  writes "${strace[@]}" -e inject=linkat:error=EEXIST:when=1 "${run[@]}" --output new/later
 fi
 
 # The log is not overwritten, under any name.
@@ -83,6 +89,8 @@ for log in log.bin ./new/../log.bin hard.bin soft.bin; do
 done
 fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}"
 fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}" --output stdout
+ln log.bin $'\n.bin'
+fails "${own/log.bin/\\n.bin}" "${run[@]/%log.bin/$'\n.bin'}" --output log.bin
 # The first of two logs is not overwritten, either.
 [ "${run[1]}" != copy.bin ] || fails "$own" "$program" log.bin copy.bin --output hard.bin
 cmp log.bin copy.bin || fail 'the log has changed'

@@ -21,8 +21,8 @@ fails 'standard output: cannot be written whole: Bad file descriptor' \
 mkfifo fifo && { timeout 10 cat fifo >from_fifo & } && expect 0 '' '' "${run[@]}" --output fifo
 wait
 cmp from_fifo whole || fail 'a pipe gets another text'
-cp older file && "${run[@]}" --output stdout >>file
-cmp file whole || fail 'an open file is not written in place'
+cp older file && { "${run[@]}" --output stdout && echo end; } >>file
+{ cat whole && echo end; } | cmp - file || fail 'an open file is not written in place'
 
 # Nothing needs standard error if there is no message.
 bash -c 'exec "$@" 2>&-' - "${run[@]}" --output file
