@@ -3,8 +3,8 @@
 
 Reads the table of lumo-profile-export on standard input. Prints a line for each
 message that has no events or whose events do not fit its position, and for each
-series that does not have one value in every run. The exit status is 0 if no lines were printed, 1 if some were,
-and 2 if standard input has no table.
+series that does not have one value in every run. The exit status is 0 if no lines
+were printed, 1 if some were, and 2 if standard input has no table.
 """
 
 import collections

@@ -159,7 +159,7 @@ def find_logs(arguments):
     """Returns the logs and the folders that cannot be read.
 
     The logs are [(path as found, path for the workers)], sorted by their bytes;
-    the folders are [(path, reason)]. A folder means the files below it that are
+    the folders are [(path, reason)]. A folder stands for the files below it that are
     named *.bin. A log that is found twice, even through a link, counts once.
     """
     found, problems, ignored = [], [], 0

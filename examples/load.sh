@@ -9,6 +9,8 @@ set -euo pipefail
 database=$1
 shift
 folder=$(dirname -- "$database")
+columns=message,kind,graph_index,run,backend,timestamp,event,parent,level,position,name
+columns+=,type,value,unit,node_id
 rows=$(mktemp)
 trap 'rm -f "$rows"' EXIT
 
@@ -24,6 +26,10 @@ create table if not exists event (
 END
 for log in "$@"; do
   lumo-profile-export --input_profile_data "$log" --output "$rows"
+  if [ "$(head -n 1 "$rows")" != "$columns" ]; then
+    echo 'load.sh: lumo-profile-export did not print the expected columns' >&2
+    exit 1
+  fi
   path=$(realpath --relative-to="$folder" -- "$log")
   quoted=${path//\'/\'\'}
   if [ -n "$(run_sql <<<"select 1 from event where log = '$quoted' limit 1;")" ]; then
@@ -33,8 +39,7 @@ for log in "$@"; do
   # Columns without a type keep texts unchanged until "event" converts them. Empty
   # numbers become NULL.
   run_sql <<END
-create temp table import (message, kind, graph_index, run, backend, timestamp, event,
-  parent, level, position, name, type, value, unit, node_id);
+create temp table import ($columns);
 .import --csv --skip 1 --schema temp '$rows' import
 insert into event select '$quoted', message, kind, graph_index, nullif(run, ''),
   backend, timestamp, event, nullif(parent, ''), level, position, name, type, value,

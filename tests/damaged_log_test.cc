@@ -50,7 +50,7 @@ TEST(Limits, EveryReferenceToATableCounts) {
 
 // In a hash set of this size, all of these indices would share a bucket, and
 // counting them would take minutes.
-TEST(Limits, GraphIndicesMayBeChosenToCollide) {
+TEST(Limits, CollidingGraphIndicesAreCountedQuickly) {
   std::unordered_set<std::uint64_t> hash_set;
   for (std::uint64_t i = 0; i < 300000; ++i) {
     hash_set.insert(i);

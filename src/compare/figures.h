@@ -25,7 +25,8 @@ struct Figures {
 };
 
 // Returns the figures of a series without its first `num_warmup` values, 0 or
-// more. A series of a single value keeps it. The figures refer to the series.
+// more. A series with a single value is used as it is. The figures refer to the
+// series.
 Figures ComputeFigures(const EventSeriesMap::value_type& series,
                        std::int32_t num_warmup);
 

@@ -15,8 +15,6 @@
 namespace lumo {
 namespace {
 
-using EventVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingEvent>>;
-
 constexpr std::string_view kColumns =
     "message,kind,graph_index,run,backend,timestamp,event,parent,level,"
     "position,name,type,value,unit,node_id\n";
