@@ -14,8 +14,9 @@ namespace lumo {
 // and execute messages. Returns false and writes nothing if `root` is null.
 //
 // The four texts of the root are written up to their first zero byte; an absent
-// one is empty. Graph i is described by message i, so `graph_count` must not
-// exceed the number of messages. Runs per graph are rounded down.
+// one is empty. Block i has the index and backend of message i, so
+// `graph_count` must not exceed the number of messages. Runs per graph are
+// rounded down.
 bool WriteReportHeader(std::ostream& stream, const ProfilingLog* root,
                        std::int32_t graph_count, std::int32_t prepare_count,
                        std::int32_t inference_count);
