@@ -380,7 +380,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.js("return Chart.getChart('chart').scales.x.min"), 0.5)
         self.open("detailed.bin", "--num_warmup=6")
         self.assertIn("The first 6 runs are excluded", self.all("#chart-note")[0].text)
-        self.assertIn("no value after the warm-up", self.all(".details")[0].text)
+        self.assertIn("No value after the warm-up", self.all(".details")[0].text)
 
     def test_policy_blocks_injected_markup(self):
         self.open("detailed.bin")
