@@ -47,26 +47,20 @@ bool IsOwnMarkup(std::string_view html) {
   return true;
 }
 
-ComparedLog MakeLog(const std::vector<std::uint8_t>& bytes) {
-  Log log = {"<path>&", bytes, nullptr};
-  log.root = GetProfilingLog(log.bytes.data());
-  MessageGroups groups = GroupMessages(*log.root);
-  LogSeries series =
-      groups.graph_error.empty() ? CollectLogSeries(groups) : LogSeries{};
-  return {std::move(log), std::move(groups), std::move(series)};
-}
-
 }  // namespace
 
-void CheckPage(const std::vector<std::uint8_t>& log, std::int32_t num_warmup) {
-  const ComparedLog before = MakeLog(log);
-  if (before.groups.inference_count == 0 ||
-      !before.groups.graph_error.empty()) {
-    return;  // LoadComparedLog() rejects such a log
+void CheckPage(const std::vector<std::uint8_t>& bytes,
+               std::int32_t num_warmup) {
+  Log log = {"<path>&", bytes, nullptr};
+  log.root = GetProfilingLog(log.bytes.data());
+  std::string error;
+  const auto before = MakeComparedLog(std::move(log), &error);
+  if (!before) {
+    return;  // there is no page for such a log
   }
   for (const ComparedLog* after :
-       {static_cast<const ComparedLog*>(nullptr), &before}) {
-    const Page page = MakePage(before, after, num_warmup);
+       {static_cast<const ComparedLog*>(nullptr), &*before}) {
+    const Page page = MakePage(*before, after, num_warmup);
     std::ostringstream data;
     WritePageData(data, page);
     Check(nlohmann::json::accept(data.str()));

@@ -8,10 +8,10 @@
 
 namespace lumo {
 
-// Writes the page of a well-formed log, alone and compared with itself. Aborts
-// if a text of the log could be markup on the page, or if the page's data is
-// not JSON.
-void CheckPage(const std::vector<std::uint8_t>& log, std::int32_t num_warmup);
+// Writes the page of the well-formed log in `bytes`, alone and compared with
+// itself. Aborts if a text of the log could be markup on the page, or if the
+// page's data is not JSON.
+void CheckPage(const std::vector<std::uint8_t>& bytes, std::int32_t num_warmup);
 
 }  // namespace lumo
 

@@ -67,16 +67,15 @@ TEST(Limits, AFailedWriteEndsTheText) {
       GenerateLog({.operations = 20000, .zeros = 1000000, .is_shared = true}),
       nullptr};
   log.root = GetProfilingLog(log.bytes.data());
-  MessageGroups groups = GroupMessages(*log.root);
-  LogSeries series = CollectLogSeries(groups);
-  const ComparedLog compared = {std::move(log), std::move(groups),
-                                std::move(series)};
+  std::string error;
+  const auto compared = MakeComparedLog(std::move(log), &error);
+  ASSERT_TRUE(compared) << error;
   std::ostream failed(nullptr);
   const std::clock_t start = std::clock();
-  WriteEventTable(failed, *compared.log.root);
-  WriteComparisonRows(failed, CompareSeries(compared.series, {}, 1, 99));
+  WriteEventTable(failed, *compared->log.root);
+  WriteComparisonRows(failed, CompareSeries(compared->series, {}, 1, 99));
 #ifdef LUMO_HAS_PAGE
-  const Page page = MakePage(compared, nullptr, 1);
+  const Page page = MakePage(*compared, nullptr, 1);
   WriteTables(failed, page);
   WritePageData(failed, page);
 #endif

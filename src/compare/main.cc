@@ -66,22 +66,20 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
   }
   if (num_warmup &&
       !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
-    return lumo::RejectArgument(
-        kProgram, "--num_warmup takes a whole number from 0 to 2147483647",
-        *num_warmup);
+    return lumo::RejectArgument(kProgram, "--num_warmup", lumo::kWholeNumber,
+                                *num_warmup);
   }
   if (confidence &&
       (!lumo::ParsePercentage(*confidence, &options->confidence) ||
        options->confidence <= 0.0 || options->confidence >= 100.0)) {
-    return lumo::RejectArgument(
-        kProgram, "--confidence takes a percentage above 0 and below 100",
-        *confidence);
+    return lumo::RejectArgument(kProgram, "--confidence",
+                                "a percentage above 0 and below 100",
+                                *confidence);
   }
   if (max_slowdown &&
       !lumo::ParsePercentage(*max_slowdown, &options->max_slowdown.emplace())) {
-    return lumo::RejectArgument(
-        kProgram, "--max_slowdown takes a percentage of 0 or more",
-        *max_slowdown);
+    return lumo::RejectArgument(kProgram, "--max_slowdown",
+                                "a percentage of 0 or more", *max_slowdown);
   }
   options->output = output.value_or("");
   if (logs.size() < 2 || logs[0].empty() || logs[1].empty()) {

@@ -69,9 +69,8 @@ int main(int argc, char** argv) {
   std::int32_t num_warmup = 1;
   if (num_warmup_text &&
       !lumo::ParseWholeNumber(*num_warmup_text, &num_warmup)) {
-    return lumo::RejectArgument(
-        kProgram, "--num_warmup takes a whole number from 0 to 2147483647",
-        *num_warmup_text);
+    return lumo::RejectArgument(kProgram, "--num_warmup", lumo::kWholeNumber,
+                                *num_warmup_text);
   }
   if (paths.empty() || std::count(paths.begin(), paths.end(), "") > 0) {
     return lumo::RejectCommandLine(kProgram, "a log is required");

@@ -119,10 +119,13 @@ bool ParsePercentage(std::string_view text, double* percentage) {
          std::isfinite(*percentage);
 }
 
-int RejectArgument(const Program& program, std::string_view rule,
-                   std::string_view text) {
-  return RejectCommandLine(
-      program, std::string(rule) + ", not [" + Printable(text) + "]");
+int RejectArgument(const Program& program, std::string_view option,
+                   std::string_view argument, std::string_view text) {
+  std::string message(option);
+  message += " takes ";
+  message += argument;
+  message += ", not [" + Printable(text) + "]";
+  return RejectCommandLine(program, message);
 }
 
 }  // namespace lumo

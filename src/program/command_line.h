@@ -39,6 +39,10 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     std::size_t max_operands,
                                     std::vector<std::string>* operands);
 
+// What ParseWholeNumber() accepts, for RejectArgument().
+inline constexpr std::string_view kWholeNumber =
+    "a whole number from 0 to 2147483647";
+
 // Returns whether `text` has only decimal digits and is at most 2147483647, and
 // sets `number` to it.
 bool ParseWholeNumber(std::string_view text, std::int32_t* number);
@@ -47,10 +51,10 @@ bool ParseWholeNumber(std::string_view text, std::int32_t* number);
 // "99.5", and sets `percentage` to it.
 bool ParsePercentage(std::string_view text, double* percentage);
 
-// Rejects the argument `text` of an option with the message "RULE, not [TEXT]"
-// and the usage text. Returns kWrongCommandLine.
-int RejectArgument(const Program& program, std::string_view rule,
-                   std::string_view text);
+// Rejects the argument `text` of an option with the message "OPTION takes
+// ARGUMENT, not [TEXT]" and the usage text. Returns kWrongCommandLine.
+int RejectArgument(const Program& program, std::string_view option,
+                   std::string_view argument, std::string_view text);
 
 }  // namespace lumo
 

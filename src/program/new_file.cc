@@ -1,9 +1,9 @@
 #include "program/new_file.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <functional>
 #include <system_error>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,7 +1,6 @@
 #include "program/output.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <optional>
