@@ -33,13 +33,22 @@ std::size_t EstimateTextSize(const ProfilingLog& log, std::size_t log_size,
   const auto count =
       static_cast<flatbuffers::uoffset_t>(flatbuffers::VectorLength(messages));
   const flatbuffers::uoffset_t step = count / kSamples + 1;
-  std::size_t size = 0;
+  std::size_t total = 0;
+  std::size_t largest = 0;
+  std::size_t samples = 0;
   for (flatbuffers::uoffset_t i = 0; i < count; i += step) {
-    size += MeasureEvents(messages->Get(i)->events(), bytes_per_event);
+    const std::size_t size =
+        MeasureEvents(messages->Get(i)->events(), bytes_per_event);
+    total += size;
+    largest = std::max(largest, size);
+    ++samples;
   }
-  // If the sample has the only large message among thousands of small ones, the
-  // product could exceed the memory.
-  return std::min(size * step, log_size * 6);
+  // The largest message may be the only one of its size, so it counts once. The
+  // limit is for logs with several such messages in the sample, for which the
+  // estimate could exceed the memory.
+  const std::size_t others =
+      samples < 2 ? 0 : (total - largest) / (samples - 1) * (count - 1);
+  return std::min(largest + others, log_size * 6);
 }
 
 }  // namespace lumo
