@@ -25,8 +25,10 @@ echo 0 >"$work/want/status.txt"
 for text in stdout.txt stderr.txt status.txt report.txt table.csv page.txt; do
   [ ! -f "$case/$text" ] || cp "$case/$text" "$work/want/"
 done
-"$program" --help >"$work/help.txt"
-sed -i -e "/^\[help]$/{r $work/help.txt" -e 'd}' "$work/want/stderr.txt"
+if grep -qx '\[help]' "$work/want/stderr.txt"; then
+  "$program" --help >"$work/help.txt"
+  sed -i -e "/^\[help]$/{r $work/help.txt" -e 'd}' "$work/want/stderr.txt"
+fi
 for log in "$case"/*.bin "$case"/*.json; do
   case $log in
     *'*'*) ;; # no such log

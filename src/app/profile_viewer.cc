@@ -121,7 +121,7 @@ std::string ProfileViewer::ComposeReport() {
   room.reserve(EstimateTextSize(*root, log_storage.size(), kBytesPerEvent));
   report_stream.str(std::move(room));
 
-  // As is required, a section that fails is skipped, and the report goes on.
+  // As is required, a section that fails is skipped, and the report continues.
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
                     inference_count);
   WriteSection("----------Finalize Info----------", finalize_statistics,
