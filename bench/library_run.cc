@@ -9,7 +9,7 @@
 
 #include <flatbuffers/minireflect.h>
 
-#include "log/log_file.h"
+#include "log/log.h"
 #include "profiling_log_generated.h"
 
 int main(int argc, char** argv) {

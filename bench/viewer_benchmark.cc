@@ -11,10 +11,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/profile_viewer.h"
 #include "generated_log.h"
-#include "log/log_file.h"
+#include "log/log.h"
 #include "report/log_text.h"
+#include "viewer/profile_viewer.h"
 
 namespace lumo {
 namespace {

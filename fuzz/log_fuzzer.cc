@@ -17,7 +17,7 @@
 #include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
 #include "export/event_table.h"
-#include "log/log_file.h"
+#include "log/log.h"
 #include "model/message_groups.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"

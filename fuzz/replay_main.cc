@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "log/log_file.h"
+#include "log/log.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size);

@@ -12,14 +12,14 @@
 
 #include <gtest/gtest.h>
 
+#include "cli/options.h"
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
 #include "compare/figures.h"
 #include "model/event_series.h"
-#include "model/figure_text.h"
 #include "model/message_groups.h"
-#include "program/command_line.h"
 #include "run_viewer.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

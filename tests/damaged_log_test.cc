@@ -16,7 +16,7 @@
 #include "compare/comparison_rows.h"
 #include "export/event_table.h"
 #include "generated_log.h"
-#include "log/log_file.h"
+#include "log/log.h"
 #include "model/message_groups.h"
 #include "page/page_data.h"
 #include "page/page_html.h"

@@ -11,10 +11,10 @@
 #include <flatbuffers/minireflect.h>
 #include <gtest/gtest.h>
 
-#include "app/profile_viewer.h"
-#include "log/log_file.h"
+#include "log/log.h"
 #include "profiling_log_generated.h"
 #include "report/log_text.h"
+#include "viewer/profile_viewer.h"
 
 namespace lumo {
 namespace {

@@ -12,8 +12,8 @@
 #include "model/event_fields.h"
 #include "model/event_series.h"
 #include "model/op_averages.h"
-#include "model/printable.h"
 #include "model/run_statistics.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {

@@ -5,7 +5,7 @@
 #include <sstream>
 #include <utility>
 
-#include "app/profile_viewer.h"
+#include "viewer/profile_viewer.h"
 
 namespace lumo {
 

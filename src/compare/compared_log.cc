@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "model/printable.h"
+#include "text/escape.h"
 
 namespace lumo {
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "compare/comparison.h"
+#include "log/log.h"
 #include "model/message_groups.h"
-#include "program/log_input.h"
 
 namespace lumo {
 

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "model/figure_text.h"
-#include "program/csv_field.h"
+#include "text/escape.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

@@ -7,8 +7,8 @@
 #include <limits>
 #include <string_view>
 
-#include "model/figure_text.h"
-#include "model/printable.h"
+#include "text/escape.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

@@ -10,13 +10,13 @@
 
 #include <unistd.h>
 
+#include "cli/messages.h"
+#include "cli/options.h"
+#include "cli/output.h"
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
 #include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
-#include "program/command_line.h"
-#include "program/output.h"
-#include "program/program.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "model/event_fields.h"
 #include "model/message_groups.h"
-#include "program/csv_field.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "cli/messages.h"
+#include "cli/options.h"
+#include "cli/output.h"
 #include "export/event_table.h"
-#include "program/command_line.h"
-#include "program/log_input.h"
-#include "program/output.h"
-#include "program/program.h"
+#include "log/log.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "model/printable.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "model/printable.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {

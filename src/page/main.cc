@@ -10,14 +10,14 @@
 #include <utility>
 #include <vector>
 
+#include "cli/messages.h"
+#include "cli/options.h"
+#include "cli/output.h"
 #include "compare/compared_log.h"
 #include "page/page_data.h"
 #include "page/page_html.h"
 #include "page/page_tables.h"
 #include "page/page_template.h"
-#include "program/command_line.h"
-#include "program/output.h"
-#include "program/program.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "model/event_fields.h"
-#include "model/figure_text.h"
 #include "page/display_text.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

@@ -13,8 +13,8 @@
 #include <nlohmann/json.hpp>
 
 #include "model/event_fields.h"
-#include "model/figure_text.h"
 #include "page/display_text.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

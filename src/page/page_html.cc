@@ -12,9 +12,9 @@
 #include <flatbuffers/flatbuffers.h>
 
 #include "compare/comparison_text.h"
-#include "model/figure_text.h"
 #include "page/display_text.h"
 #include "page/page_columns.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

@@ -3,8 +3,8 @@
 #include <iomanip>
 #include <string_view>
 
-#include "model/figure_text.h"
 #include "report/percent_field.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <iomanip>
 
-#include "model/figure_text.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 

@@ -1,19 +1,19 @@
 // The viewer: one object, one run, four steps.
 
-#ifndef LUMO_APP_PROFILE_VIEWER_H_
-#define LUMO_APP_PROFILE_VIEWER_H_
+#ifndef LUMO_VIEWER_PROFILE_VIEWER_H_
+#define LUMO_VIEWER_PROFILE_VIEWER_H_
 
 #include <cstdint>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "app/console.h"
 #include "model/message_groups.h"
 #include "model/op_averages.h"
 #include "model/run_statistics.h"
 #include "profiling_log_generated.h"
 #include "report/log_text.h"
+#include "viewer/console.h"
 
 namespace lumo {
 
@@ -123,4 +123,4 @@ class ProfileViewer {
 
 }  // namespace lumo
 
-#endif  // LUMO_APP_PROFILE_VIEWER_H_
+#endif  // LUMO_VIEWER_PROFILE_VIEWER_H_

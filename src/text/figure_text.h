@@ -1,7 +1,7 @@
 // Figures as text.
 
-#ifndef LUMO_MODEL_FIGURE_TEXT_H_
-#define LUMO_MODEL_FIGURE_TEXT_H_
+#ifndef LUMO_TEXT_FIGURE_TEXT_H_
+#define LUMO_TEXT_FIGURE_TEXT_H_
 
 #include <cstdint>
 #include <string>
@@ -28,4 +28,4 @@ std::string ShortestText(float number);
 
 }  // namespace lumo
 
-#endif  // LUMO_MODEL_FIGURE_TEXT_H_
+#endif  // LUMO_TEXT_FIGURE_TEXT_H_

@@ -1,5 +1,6 @@
-#include "log/same_file.h"
+#include "cli/streams.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,6 +14,17 @@ bool IsSame(const struct stat& a, const struct stat& b) {
 }
 
 }  // namespace
+
+void OccupyStandardStreams() {
+  for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO;
+       ++descriptor) {
+    if (fcntl(descriptor, F_GETFD) == -1) {
+      // The descriptor is the lowest free number. A folder always exists and
+      // cannot be read or written as a file.
+      open("/", O_RDONLY | O_DIRECTORY);
+    }
+  }
+}
 
 bool IsSameFile(const std::string& a, const std::string& b) {
   struct stat a_status = {};

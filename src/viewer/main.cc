@@ -4,8 +4,8 @@
 #include <iostream>
 #include <string>
 
-#include "app/profile_viewer.h"
-#include "log/standard_streams.h"
+#include "cli/streams.h"
+#include "viewer/profile_viewer.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // A file that is written beside another one, which it then replaces.
 
-#ifndef LUMO_PROGRAM_NEW_FILE_H_
-#define LUMO_PROGRAM_NEW_FILE_H_
+#ifndef LUMO_CLI_NEW_FILE_H_
+#define LUMO_CLI_NEW_FILE_H_
 
 #include <filesystem>
 #include <optional>
@@ -39,4 +39,4 @@ void DiscardNewFile(const NewFile& file);
 
 }  // namespace lumo
 
-#endif  // LUMO_PROGRAM_NEW_FILE_H_
+#endif  // LUMO_CLI_NEW_FILE_H_

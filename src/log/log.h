@@ -1,10 +1,12 @@
 // A profiling log as bytes: reading the file and checking what was read.
 
-#ifndef LUMO_LOG_LOG_FILE_H_
-#define LUMO_LOG_LOG_FILE_H_
+#ifndef LUMO_LOG_LOG_H_
+#define LUMO_LOG_LOG_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "profiling_log_generated.h"
@@ -41,6 +43,29 @@ LogFile ReadLogFile(const std::string& path);
 const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
                               std::string* error);
 
+// A verified log. It can be moved, but not copied, because `root` would point
+// into the bytes of the original.
+struct Log {
+  Log(std::string log_path, std::vector<std::uint8_t> content,
+      const ProfilingLog* root_table)
+      : path(std::move(log_path)),
+        bytes(std::move(content)),
+        root(root_table) {}
+  Log(Log&&) = default;
+  Log& operator=(Log&&) = default;
+
+  std::string path;
+  // The content of the file.
+  std::vector<std::uint8_t> bytes;
+  // Points into `bytes`.
+  const ProfilingLog* root;
+};
+
+// Returns the log at `path`. Returns nothing, with a message that names the
+// path in `error`, if it cannot be opened, cannot be read whole, or is not a
+// well-formed log, see VerifyLog().
+std::optional<Log> LoadLog(const std::string& path, std::string* error);
+
 }  // namespace lumo
 
-#endif  // LUMO_LOG_LOG_FILE_H_
+#endif  // LUMO_LOG_LOG_H_

@@ -1,7 +1,7 @@
 // The command line of a program: long options and operands.
 
-#ifndef LUMO_PROGRAM_COMMAND_LINE_H_
-#define LUMO_PROGRAM_COMMAND_LINE_H_
+#ifndef LUMO_CLI_OPTIONS_H_
+#define LUMO_CLI_OPTIONS_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "program/program.h"
+#include "cli/messages.h"
 
 namespace lumo {
 
@@ -58,4 +58,4 @@ int RejectArgument(const Program& program, std::string_view option,
 
 }  // namespace lumo
 
-#endif  // LUMO_PROGRAM_COMMAND_LINE_H_
+#endif  // LUMO_CLI_OPTIONS_H_

@@ -1,7 +1,7 @@
 // The streams of a run, and the lines that report a failure.
 
-#ifndef LUMO_APP_CONSOLE_H_
-#define LUMO_APP_CONSOLE_H_
+#ifndef LUMO_VIEWER_CONSOLE_H_
+#define LUMO_VIEWER_CONSOLE_H_
 
 #include <ostream>
 #include <string_view>
@@ -29,4 +29,4 @@ bool ReportLocation(const Console& console, std::string_view step, int number);
 
 }  // namespace lumo
 
-#endif  // LUMO_APP_CONSOLE_H_
+#endif  // LUMO_VIEWER_CONSOLE_H_

@@ -1,8 +1,16 @@
-#include "model/printable.h"
+#include "text/escape.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace lumo {
+namespace {
+
+bool NeedsQuotes(char c) {
+  return c == ',' || c == '"' || c == '\r' || c == '\n';
+}
+
+}  // namespace
 
 std::string EscapeControls(std::string_view text) {
   constexpr std::string_view kDigits = "0123456789abcdef";
@@ -30,6 +38,21 @@ std::string Printable(std::string_view text) {
   constexpr std::size_t kLongest = 200;
   return EscapeControls(text.substr(0, kLongest)) +
          (text.size() > kLongest ? "..." : "");
+}
+
+void AppendCsvField(std::string_view field, std::string* row) {
+  if (std::none_of(field.begin(), field.end(), NeedsQuotes)) {
+    *row += field;
+    return;
+  }
+  *row += '"';
+  for (const char c : field) {
+    *row += c;
+    if (c == '"') {
+      *row += '"';
+    }
+  }
+  *row += '"';
 }
 
 }  // namespace lumo

@@ -1,4 +1,4 @@
-#include "program/output.h"
+#include "cli/output.h"
 
 #include <cerrno>
 #include <cstring>
@@ -11,9 +11,9 @@
 #include <unistd.h>
 #include <ext/stdio_filebuf.h>
 
-#include "log/same_file.h"
-#include "model/printable.h"
-#include "program/new_file.h"
+#include "cli/new_file.h"
+#include "cli/streams.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {

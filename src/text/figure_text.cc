@@ -1,4 +1,4 @@
-#include "model/figure_text.h"
+#include "text/figure_text.h"
 
 #include <array>
 #include <charconv>

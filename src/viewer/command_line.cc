@@ -1,4 +1,4 @@
-#include "app/profile_viewer.h"
+#include "viewer/profile_viewer.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 #include <getopt.h>
 
-#include "app/console.h"
-#include "model/printable.h"
+#include "text/escape.h"
+#include "viewer/console.h"
 
 namespace lumo {
 namespace {

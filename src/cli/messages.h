@@ -1,7 +1,7 @@
 // The name, messages and exit statuses of a program.
 
-#ifndef LUMO_PROGRAM_PROGRAM_H_
-#define LUMO_PROGRAM_PROGRAM_H_
+#ifndef LUMO_CLI_MESSAGES_H_
+#define LUMO_CLI_MESSAGES_H_
 
 #include <string_view>
 
@@ -33,4 +33,4 @@ int RejectCommandLine(const Program& program, std::string_view text);
 
 }  // namespace lumo
 
-#endif  // LUMO_PROGRAM_PROGRAM_H_
+#endif  // LUMO_CLI_MESSAGES_H_

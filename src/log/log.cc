@@ -1,4 +1,4 @@
-#include "log/log_file.h"
+#include "log/log.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -6,11 +6,14 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <flatbuffers/flatbuffers.h>
+
+#include "text/escape.h"
 
 namespace lumo {
 namespace {
@@ -92,6 +95,23 @@ const ProfilingLog* VerifyLog(const std::vector<std::uint8_t>& bytes,
   *error =
       "Verify Profiling Log Buffer failed. The buffer might be ill-formatted";
   return nullptr;
+}
+
+std::optional<Log> LoadLog(const std::string& path, std::string* error) {
+  LogFile file = ReadLogFile(path);
+  const ProfilingLog* root = nullptr;
+  if (!file.open_error.empty()) {
+    *error = "cannot be opened: " + file.open_error;
+  } else if (!file.read_error.empty()) {
+    *error = "cannot be read whole: " + file.read_error;
+  } else {
+    root = VerifyLog(file.bytes, error);
+  }
+  if (root == nullptr) {
+    *error = Printable(path) + ": " + *error;
+    return std::nullopt;
+  }
+  return Log{path, std::move(file.bytes), root};
 }
 
 }  // namespace lumo

@@ -1,11 +1,11 @@
-#include "app/profile_viewer.h"
+#include "viewer/profile_viewer.h"
 
 #include <array>
 #include <fstream>
 #include <utility>
 
-#include "log/log_file.h"
-#include "log/same_file.h"
+#include "cli/streams.h"
+#include "log/log.h"
 #include "report/event_listing.h"
 #include "report/op_sections.h"
 #include "report/report_header.h"

@@ -1,4 +1,4 @@
-#include "program/command_line.h"
+#include "cli/options.h"
 
 #include <cerrno>
 #include <charconv>
@@ -9,7 +9,7 @@
 
 #include <getopt.h>
 
-#include "model/printable.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {

@@ -1,10 +1,10 @@
-#include "program/program.h"
+#include "cli/messages.h"
 
 #include <csignal>
 #include <iostream>
 #include <string>
 
-#include "log/standard_streams.h"
+#include "cli/streams.h"
 
 namespace lumo {
 

@@ -1,7 +1,7 @@
 // Writes the output of a program atomically.
 
-#ifndef LUMO_PROGRAM_OUTPUT_H_
-#define LUMO_PROGRAM_OUTPUT_H_
+#ifndef LUMO_CLI_OUTPUT_H_
+#define LUMO_CLI_OUTPUT_H_
 
 #include <functional>
 #include <ostream>
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "program/program.h"
+#include "cli/messages.h"
 
 namespace lumo {
 
@@ -38,4 +38,4 @@ int WriteOutput(const Program& program, const std::string& path,
 
 }  // namespace lumo
 
-#endif  // LUMO_PROGRAM_OUTPUT_H_
+#endif  // LUMO_CLI_OUTPUT_H_

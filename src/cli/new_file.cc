@@ -1,4 +1,4 @@
-#include "program/new_file.h"
+#include "cli/new_file.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "app/console.h"
+#include "viewer/console.h"
 
 #include <string>
 

@@ -1,7 +1,8 @@
-// Escapes untrusted text for one-line messages.
+// Escapes text from a log or the command line for messages, and for fields of
+// comma-separated rows.
 
-#ifndef LUMO_MODEL_PRINTABLE_H_
-#define LUMO_MODEL_PRINTABLE_H_
+#ifndef LUMO_TEXT_ESCAPE_H_
+#define LUMO_TEXT_ESCAPE_H_
 
 #include <string>
 #include <string_view>
@@ -17,6 +18,10 @@ std::string Printable(std::string_view text);
 // As Printable(), but of any length.
 std::string EscapeControls(std::string_view text);
 
+// Appends `field` to `row`. A field that contains a comma, a quote, a carriage
+// return or a line feed is quoted, and each quote in it is doubled.
+void AppendCsvField(std::string_view field, std::string* row);
+
 }  // namespace lumo
 
-#endif  // LUMO_MODEL_PRINTABLE_H_
+#endif  // LUMO_TEXT_ESCAPE_H_
