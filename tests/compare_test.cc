@@ -67,8 +67,8 @@ TEST(WelchTest, GivesThePValuesOfR) {
     const EventSeriesMap::value_type before = {{0, "before"},
                                                {"us", test.before}};
     const EventSeriesMap::value_type after = {{0, "after"}, {"us", test.after}};
-    const Figures a = ComputeFigures(before, 0);
-    const Figures b = ComputeFigures(after, 0);
+    const SeriesFigures a = ComputeSeriesFigures(before, 0);
+    const SeriesFigures b = ComputeSeriesFigures(after, 0);
     SCOPED_TRACE(testing::PrintToString(test.before));
     EXPECT_NEAR(WelchTest(a, b), test.want, 5e-6 * test.want);
     EXPECT_EQ(WelchTest(a, b), WelchTest(b, a));
@@ -100,7 +100,7 @@ TEST(AdjustByHolm, GivesTheValuesOfR) {
   }
 }
 
-// Figures under keys such as "execute 0 Mean: Host RPC time".
+// SeriesFigures under keys such as "execute 0 Mean: Host RPC time".
 using Texts = std::map<std::string, std::string>;
 using Numbers = std::map<std::string, float>;
 
@@ -137,7 +137,7 @@ Texts FiguresOfReport(const std::string& report) {
   return figures;
 }
 
-using Side = std::optional<Figures> SeriesPair::*;
+using Side = std::optional<SeriesFigures> SeriesPair::*;
 
 // Returns the figures in microseconds of one side of a comparison.
 Numbers FiguresOfComparison(const std::vector<ComparedRuns>& all_runs,
@@ -145,7 +145,7 @@ Numbers FiguresOfComparison(const std::vector<ComparedRuns>& all_runs,
   Numbers numbers;
   for (const ComparedRuns& runs : all_runs) {
     for (const SeriesPair& pair : runs.pairs) {
-      const std::optional<Figures>& figures = pair.*side;
+      const std::optional<SeriesFigures>& figures = pair.*side;
       if (pair.level == Level::kEvent && pair.unit == "us" && figures) {
         const auto kind = RunKindText(runs.kind);
         const std::string graph = std::to_string(runs.graph);

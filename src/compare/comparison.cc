@@ -107,10 +107,10 @@ PlacedPair MakePair(Level level, const Candidate* before,
   pair.occurrence = candidate.occurrence;
   pair.unit = candidate.unit;
   if (before != nullptr) {
-    pair.before = ComputeFigures(*before->series, num_warmup);
+    pair.before = ComputeSeriesFigures(*before->series, num_warmup);
   }
   if (after != nullptr) {
-    pair.after = ComputeFigures(*after->series, num_warmup);
+    pair.after = ComputeSeriesFigures(*after->series, num_warmup);
   }
   if (pair.before && pair.after) {
     pair.verdict = Verdict::kNoTest;
@@ -188,7 +188,7 @@ ComparedRuns PairRuns(const LogSeries& before, const LogSeries& after,
   return runs;
 }
 
-bool IsTestable(const std::optional<Figures>& figures) {
+bool IsTestable(const std::optional<SeriesFigures>& figures) {
   return figures && figures->n >= 2 && std::isfinite(figures->stdev);
 }
 

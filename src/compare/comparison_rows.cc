@@ -9,7 +9,8 @@
 namespace lumo {
 namespace {
 
-void AppendFigures(const std::optional<Figures>& figures, std::string* row) {
+void AppendFigures(const std::optional<SeriesFigures>& figures,
+                   std::string* row) {
   const bool has_mean = HasMean(figures);
   *row += figures ? std::to_string(figures->n) : "";
   *row += ',' + (has_mean ? ShortestText(figures->mean) : "");

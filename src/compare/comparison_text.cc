@@ -21,7 +21,8 @@ bool IsDifferent(const SeriesPair& pair) {
 }
 
 // The cells of the figures of one log: n, mean and deviation.
-std::array<std::string, 3> FigureCells(const std::optional<Figures>& figures) {
+std::array<std::string, 3> FigureCells(
+    const std::optional<SeriesFigures>& figures) {
   const bool has_mean = HasMean(figures);
   return {figures ? std::to_string(figures->n) : "",
           has_mean ? FixedText(figures->mean) : "",

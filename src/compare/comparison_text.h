@@ -29,9 +29,9 @@ std::string TotalsText(const std::vector<ComparedRuns>& all_runs,
                        double confidence);
 
 // Writes a block for each element of `all_runs` and a last line with
-// TotalsText(). Figures have two decimals; names come last in a line and are
-// escaped with Printable(). With `in_color`, lines of pairs that differ have
-// the colors of a terminal.
+// TotalsText(). SeriesFigures have two decimals; names come last in a line and
+// are escaped with Printable(). With `in_color`, lines of pairs that differ
+// have the colors of a terminal.
 void WriteComparison(std::ostream& stream,
                      const std::vector<ComparedRuns>& all_runs,
                      const ComparisonSettings& settings, bool in_color);

@@ -12,8 +12,8 @@
 
 namespace lumo {
 
-Figures ComputeFigures(const EventSeriesMap::value_type& series,
-                       std::int32_t num_warmup) {
+SeriesFigures ComputeSeriesFigures(const EventSeriesMap::value_type& series,
+                                   std::int32_t num_warmup) {
   const std::span<const float> values(series.second.values);
   const std::size_t excluded =
       values.size() == 1
@@ -25,11 +25,11 @@ Figures ComputeFigures(const EventSeriesMap::value_type& series,
           SampleDeviation(measured, mean)};
 }
 
-bool HasMean(const std::optional<Figures>& figures) {
+bool HasMean(const std::optional<SeriesFigures>& figures) {
   return figures && figures->n > 0;
 }
 
-double WelchTest(const Figures& before, const Figures& after) {
+double WelchTest(const SeriesFigures& before, const SeriesFigures& after) {
   const double v1 = double{before.stdev} * before.stdev / before.n;
   const double v2 = double{after.stdev} * after.stdev / after.n;
   if (v1 + v2 == 0.0) {

@@ -12,7 +12,7 @@
 namespace lumo {
 
 // The figures of one series of one log.
-struct Figures {
+struct SeriesFigures {
   // Its key and all its values, in the order of the log; points into a
   // LogSeries.
   const EventSeriesMap::value_type* series;
@@ -27,11 +27,11 @@ struct Figures {
 // Returns the figures of a series without its first `num_warmup` values, 0 or
 // more. A series with a single value is used as it is. The figures refer to the
 // series.
-Figures ComputeFigures(const EventSeriesMap::value_type& series,
-                       std::int32_t num_warmup);
+SeriesFigures ComputeSeriesFigures(const EventSeriesMap::value_type& series,
+                                   std::int32_t num_warmup);
 
 // Returns whether there are figures with a mean and a deviation.
-bool HasMean(const std::optional<Figures>& figures);
+bool HasMean(const std::optional<SeriesFigures>& figures);
 
 // Returns the p-value of Welch's two-sided t test for the means of two samples:
 // the probability of a difference at least this large if the means are equal.
@@ -41,7 +41,7 @@ bool HasMean(const std::optional<Figures>& figures);
 // t = (mean1 - mean2) / sqrt(v1 + v2) with v = stdev^2 / n, and the degrees of
 // freedom by Welch and Satterthwaite, (v1 + v2)^2 / (v1^2 / (n1 - 1) +
 // v2^2 / (n2 - 1)), computed in double precision from the figures.
-double WelchTest(const Figures& before, const Figures& after);
+double WelchTest(const SeriesFigures& before, const SeriesFigures& after);
 
 // Adjusts p-values by Holm's method: the i-th smallest of m, from 0, is
 // multiplied by m - i, raised to the adjusted p-value before it if that is

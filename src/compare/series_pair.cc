@@ -4,10 +4,6 @@
 
 namespace lumo {
 
-std::string_view LevelText(Level level) {
-  return level == Level::kEvent ? "event" : "operation";
-}
-
 std::string_view VerdictText(Verdict verdict) {
   switch (verdict) {
     case Verdict::kHigher:

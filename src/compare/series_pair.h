@@ -9,15 +9,9 @@
 #include <string_view>
 
 #include "compare/figures.h"
+#include "model/log_series.h"
 
 namespace lumo {
-
-// A top-level event, or an operation: a node event directly under a top-level
-// event.
-enum class Level { kEvent, kOperation };
-
-// Returns "event" or "operation".
-std::string_view LevelText(Level level);
 
 enum class Verdict {
   // The mean after is significantly higher or lower than the mean before.
@@ -49,8 +43,8 @@ struct SeriesPair {
   bool is_repeated;
   // The unit of the first value, see UnitText().
   std::string_view unit;
-  std::optional<Figures> before;
-  std::optional<Figures> after;
+  std::optional<SeriesFigures> before;
+  std::optional<SeriesFigures> after;
   // The change of the mean in percent of the mean before. Nothing if a mean is
   // missing or the mean before is 0.
   std::optional<double> change_percent;

@@ -11,16 +11,16 @@
 namespace lumo {
 namespace {
 
-std::string MeanCell(const std::optional<Figures>& figures) {
+std::string MeanCell(const std::optional<SeriesFigures>& figures) {
   return HasMean(figures) ? FixedText(figures->mean) : "";
 }
 
-std::string DeviationCell(const std::optional<Figures>& figures) {
+std::string DeviationCell(const std::optional<SeriesFigures>& figures) {
   return HasMean(figures) ? FixedText(figures->stdev) : "";
 }
 
 std::string ShareCell(const PageLog& log, const Row& row,
-                      const std::optional<Figures>& figures) {
+                      const std::optional<SeriesFigures>& figures) {
   const std::optional<float> share =
       figures ? ShareOf(log, row.runs.graph, *figures) : std::nullopt;
   return share ? FixedText(*share) + "%" : "";
@@ -35,7 +35,7 @@ std::string VerdictCell(const Row& row) {
 }
 
 // A bar as SVG, because the page's policy blocks style attributes.
-std::string Bar(const std::optional<Figures>& figures, float largest_mean,
+std::string Bar(const std::optional<SeriesFigures>& figures, float largest_mean,
                 const char* css_class, int top) {
   if (!HasMean(figures) || largest_mean <= 0.0F) {
     return "";

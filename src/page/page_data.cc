@@ -66,7 +66,7 @@ std::size_t AppendDetails(const ProfilingEvent& event, int depth, json* lines) {
 
 // Adds the fields that only an operation has.
 void AddOperationJson(const PageLog& log, std::int32_t graph,
-                      const Figures& figures, json* data) {
+                      const SeriesFigures& figures, json* data) {
   if (const std::optional<float> share = ShareOf(log, graph, figures)) {
     (*data)["share"] = *share;
   }
@@ -79,7 +79,7 @@ void AddOperationJson(const PageLog& log, std::int32_t graph,
 }
 
 json FiguresJson(const PageLog& log, std::int32_t graph, std::int32_t runs,
-                 Level level, const Figures& figures) {
+                 Level level, const SeriesFigures& figures) {
   const std::vector<float>& values = figures.series->second.values;
   json data = {
       {"runs", runs},

@@ -107,7 +107,8 @@ std::map<std::string_view, float> LargestMeans(const PageTable& table) {
   std::map<std::string_view, float> largest;
   for (const SeriesPair* pair : table.pairs) {
     float& mean = largest[pair->unit];
-    for (const std::optional<Figures>& figures : {pair->before, pair->after}) {
+    for (const std::optional<SeriesFigures>& figures :
+         {pair->before, pair->after}) {
       if (HasMean(figures)) {
         mean = std::max(mean, figures->mean);
       }

@@ -125,7 +125,7 @@ Page MakePage(const ComparedLog& before, const ComparedLog* after,
 }
 
 std::optional<float> ShareOf(const PageLog& log, std::int32_t graph,
-                             const Figures& figures) {
+                             const SeriesFigures& figures) {
   const OpAverageMap& averages =
       log.op_averages[static_cast<std::size_t>(graph)];
   const auto entry = averages.find(figures.series->first);

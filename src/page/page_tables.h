@@ -74,7 +74,7 @@ Page MakePage(const ComparedLog& before, const ComparedLog* after,
 // Returns the share of the operation with these figures in percent. Returns
 // nothing for a share of 0 in 0, or if the operations have several units.
 std::optional<float> ShareOf(const PageLog& log, std::int32_t graph,
-                             const Figures& figures);
+                             const SeriesFigures& figures);
 
 }  // namespace lumo
 

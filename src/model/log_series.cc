@@ -1,0 +1,317 @@
+#include "model/log_series.h"
+
+#include <algorithm>
+#include <compare>
+#include <map>
+#include <numeric>
+#include <tuple>
+#include <utility>
+
+#include <flatbuffers/flatbuffers.h>
+
+#include "model/event_fields.h"
+
+namespace lumo {
+namespace {
+
+using flatbuffers::uoffset_t;
+using flatbuffers::VectorLength;
+
+// A name, ordered by its bytes. If two events share one stored name, it is not
+// read: in a small log, a million events can share a name of a megabyte.
+struct Name {
+  std::string_view text;
+
+  friend std::strong_ordering operator<=>(const Name& a, const Name& b) {
+    const bool is_shared =
+        a.text.data() == b.text.data() && a.text.size() == b.text.size();
+    return is_shared ? std::strong_ordering::equal : a.text <=> b.text;
+  }
+  friend bool operator==(const Name& a, const Name& b) {
+    return a.text.size() == b.text.size() &&
+           (a <=> b) == std::strong_ordering::equal;
+  }
+};
+
+Name NameOf(const ProfilingEvent& event) {
+  return {flatbuffers::GetStringView(event.name())};
+}
+
+// Collects the series of one kind of one graph. Series are added in the order
+// of their first values, so a parent comes before its parts.
+struct Collector {
+  // What identifies a series: its level, its parent if it is a part (otherwise
+  // 0), its position and its name.
+  using Key = std::tuple<Level, std::size_t, std::int32_t, Name>;
+
+  bool with_parts = false;
+  std::int32_t run_count = 0;
+  std::vector<Series> series;
+  std::map<Key, std::size_t> indices;
+  // The series of the last run that had events: of the top-level events, and
+  // below each series. Runs are usually alike, so that most events are found
+  // here, without a search.
+  std::vector<std::size_t> last_events;
+  std::vector<std::vector<std::size_t>> last_below;
+};
+
+// Returns the index of the series with this key, adding it if it is new.
+std::size_t FindOrAdd(const Collector::Key& key, std::size_t parent,
+                      const ProfilingEvent& event, Collector* collector) {
+  const auto [entry, is_new] =
+      collector->indices.try_emplace(key, collector->series.size());
+  if (is_new) {
+    const auto& [level, part_of, position, name] = key;
+    Series& series = collector->series.emplace_back();
+    series.level = level;
+    series.name = name.text;
+    series.unit = UnitText(event.unit());
+    series.position = position;
+    if (level != Level::kEvent) {
+      series.parent = parent;
+    }
+    collector->last_below.emplace_back();
+  }
+  return entry->second;
+}
+
+// How often each name occurs among the first events of a list.
+using NameCounts = std::map<Name, std::int32_t>;
+
+NameCounts CountNames(const EventVector& events, uoffset_t end) {
+  NameCounts counts;
+  for (uoffset_t i = 0; i < end; ++i) {
+    ++counts[NameOf(*events.Get(i))];
+  }
+  return counts;
+}
+
+// Appends the values of the events below one event, which may be null.
+// `parent` is the series of that event. Only the events below a top-level event
+// of an execute run `may_be_operations`.
+void AddEventsBelow(const EventVector* events, std::size_t parent,
+                    bool may_be_operations, Collector* collector) {
+  if (VectorLength(events) == 0) {
+    return;
+  }
+  // As long as the events agree with those of the last run, so do ordinals.
+  const std::vector<std::size_t> last =
+      std::exchange(collector->last_below[parent], {});
+  std::vector<std::size_t> current;
+  current.reserve(last.size());
+  std::int32_t operations = 0;
+  std::optional<NameCounts> counts;  // from the first difference on
+  for (uoffset_t i = 0; i < VectorLength(events); ++i) {
+    const ProfilingEvent& event = *events->Get(i);
+    const bool is_operation =
+        may_be_operations &&
+        event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE;
+    if (!is_operation && !collector->with_parts) {
+      continue;
+    }
+    const Level level = is_operation ? Level::kOperation : Level::kPart;
+    const Name name = NameOf(event);
+    const std::size_t place = current.size();
+    std::size_t index = 0;
+    if (!counts && place < last.size() &&
+        collector->series[last[place]].level == level &&
+        Name{collector->series[last[place]].name} == name) {
+      index = last[place];
+    } else {
+      if (!counts) {
+        counts = collector->with_parts ? CountNames(*events, i) : NameCounts();
+      }
+      index = is_operation ? FindOrAdd({level, 0, operations, name}, parent,
+                                       event, collector)
+                           : FindOrAdd({level, parent, (*counts)[name], name},
+                                       parent, event, collector);
+      ++(*counts)[name];
+    }
+    operations += is_operation ? 1 : 0;
+    current.push_back(index);
+    collector->series[index].values.push_back(event.value());
+    collector->series[index].runs.push_back(collector->run_count);
+    if (collector->with_parts) {
+      AddEventsBelow(event.sub_events(), index, false, collector);
+    }
+  }
+  collector->last_below[parent] = std::move(current);
+}
+
+// Appends the values of a run.
+void AddRun(const ProfilingMessage& message, RunKind kind,
+            Collector* collector) {
+  const auto* const events = message.events();
+  std::vector<std::size_t>& last = collector->last_events;
+  for (uoffset_t i = 0; i < VectorLength(events); ++i) {
+    const ProfilingEvent& event = *events->Get(i);
+    const Name name = NameOf(event);
+    if (i == last.size()) {
+      last.push_back(0);
+    }
+    std::size_t& index = last[i];
+    // A new entry of `last` is 0, which can also be the series of this name at
+    // position 0.
+    if (index >= collector->series.size() ||
+        collector->series[index].level != Level::kEvent ||
+        collector->series[index].position != static_cast<std::int32_t>(i) ||
+        Name{collector->series[index].name} != name) {
+      index = FindOrAdd({Level::kEvent, 0, static_cast<std::int32_t>(i), name},
+                        0, event, collector);
+    }
+    const std::size_t series = index;
+    collector->series[series].values.push_back(event.value());
+    collector->series[series].runs.push_back(collector->run_count);
+    if (kind == RunKind::kExecute || collector->with_parts) {
+      AddEventsBelow(event.sub_events(), series, kind == RunKind::kExecute,
+                     collector);
+    }
+  }
+  ++collector->run_count;
+}
+
+// Returns the indices of events and operations in the order of their keys.
+std::vector<std::size_t> SortKeyed(const std::vector<Series>& series) {
+  std::vector<std::size_t> order;
+  for (std::size_t i = 0; i < series.size(); ++i) {
+    if (series[i].level != Level::kPart) {
+      order.push_back(i);
+    }
+  }
+  const auto key_of = [&series](std::size_t i) {
+    return std::tuple(series[i].level, series[i].position,
+                      Name{series[i].name});
+  };
+  const auto is_before = [&key_of](std::size_t a, std::size_t b) {
+    return key_of(a) < key_of(b);
+  };
+  if (!std::is_sorted(order.begin(), order.end(), is_before)) {
+    std::sort(order.begin(), order.end(), is_before);
+  }
+  return order;
+}
+
+// Returns `keyed` with the parts of each series after it.
+std::vector<std::size_t> InsertParts(const std::vector<Series>& series,
+                                     const std::vector<std::size_t>& keyed) {
+  std::vector<std::vector<std::size_t>> parts(series.size());
+  for (std::size_t i = series.size(); i > 0; --i) {
+    if (series[i - 1].level == Level::kPart) {
+      parts[*series[i - 1].parent].push_back(i - 1);  // the last one first
+    }
+  }
+  std::vector<std::size_t> order;
+  order.reserve(series.size());
+  std::vector<std::size_t> next(keyed.rbegin(), keyed.rend());
+  while (!next.empty()) {
+    const std::size_t i = next.back();
+    next.pop_back();
+    order.push_back(i);
+    next.insert(next.end(), parts[i].begin(), parts[i].end());
+  }
+  return order;
+}
+
+// Sets the occurrences of all series. `keyed` is the order of the events and
+// operations; parts are in the order of their first values.
+void SetOccurrences(const std::vector<std::size_t>& keyed,
+                    std::vector<Series>* series) {
+  std::vector<std::size_t> rank(series->size());
+  std::iota(rank.begin(), rank.end(), std::size_t{0});
+  for (std::size_t i = 0; i < keyed.size(); ++i) {
+    rank[keyed[i]] = i;
+  }
+  const auto group_of = [series](std::size_t i) {
+    const Series& member = (*series)[i];
+    const bool is_part = member.level == Level::kPart;
+    return std::tuple(
+        member.level,
+        Name{is_part ? (*series)[*member.parent].name : std::string_view()},
+        member.unit, Name{member.name});
+  };
+  std::vector<std::size_t> order = rank;
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const auto order_of_groups = group_of(a) <=> group_of(b);
+    return order_of_groups == 0 ? rank[a] < rank[b] : order_of_groups < 0;
+  });
+  for (std::size_t i = 1; i < order.size(); ++i) {
+    if (group_of(order[i]) == group_of(order[i - 1])) {
+      (*series)[order[i]].occurrence = (*series)[order[i - 1]].occurrence + 1;
+    }
+  }
+}
+
+// Returns the series in their order.
+std::vector<Series> TakeSeries(std::vector<Series> series) {
+  const std::vector<std::size_t> keyed = SortKeyed(series);
+  SetOccurrences(keyed, &series);
+  const std::vector<std::size_t> order = InsertParts(series, keyed);
+  std::vector<std::size_t> places(series.size());
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    places[order[i]] = i;
+  }
+  std::vector<Series> ordered;
+  ordered.reserve(series.size());
+  for (const std::size_t i : order) {
+    if (series[i].parent) {
+      series[i].parent = places[*series[i].parent];
+    }
+    ordered.push_back(std::move(series[i]));
+  }
+  return ordered;
+}
+
+}  // namespace
+
+std::string_view LevelText(Level level) {
+  switch (level) {
+    case Level::kEvent:
+      return "event";
+    case Level::kOperation:
+      return "operation";
+    case Level::kPart:
+      return "part";
+  }
+  return "";
+}
+
+std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
+                                        bool with_parts) {
+  std::vector<RunSeries> all_runs;
+  for (const RunKind kind : {RunKind::kExecute, RunKind::kFinalize}) {
+    Collector empty;
+    empty.with_parts = with_parts;
+    std::vector<Collector> collectors(
+        static_cast<std::size_t>(groups.graph_count), empty);
+    const MessageRange range = RunsOf(groups, kind);
+    for (std::int32_t i = range.first; i < range.end; ++i) {
+      const ProfilingMessage& message = MessageAt(*groups.messages, i);
+      if (const auto graph = GraphOf(message, groups.graph_count)) {
+        AddRun(message, kind, &collectors[*graph]);
+      }
+    }
+    std::int32_t graph = 0;
+    for (Collector& collector : collectors) {
+      if (collector.run_count > 0) {
+        all_runs.push_back({kind, graph, collector.run_count,
+                            TakeSeries(std::move(collector.series))});
+      }
+      ++graph;
+    }
+  }
+  return all_runs;
+}
+
+std::optional<std::size_t> FindWholeRun(const RunSeries& runs) {
+  const std::vector<Series>& series = runs.series;
+  for (std::size_t i = 0; i < series.size(); ++i) {
+    if (series[i].level == Level::kEvent && series[i].unit == "us" &&
+        series[i].name.find(kExecuteText) != std::string_view::npos) {
+      return i;
+    }
+  }
+  return series.empty() ? std::nullopt : std::optional<std::size_t>(0);
+}
+
+}  // namespace lumo

@@ -1,0 +1,89 @@
+// The values of every event of a log over the repeated runs, as whole numbers.
+//
+// The report has series of its own, see event_series.h: they are in single
+// precision and have fewer events.
+
+#ifndef LUMO_MODEL_LOG_SERIES_H_
+#define LUMO_MODEL_LOG_SERIES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "model/message_groups.h"
+
+namespace lumo {
+
+enum class Level {
+  // A top-level event.
+  kEvent,
+  // A node event directly under a top-level event of an execute run.
+  kOperation,
+  // Any other event below one of these, at any depth.
+  kPart,
+};
+
+// Returns "event", "operation" or "part".
+std::string_view LevelText(Level level);
+
+// The values of one event in the runs of one kind of one graph.
+//
+// Events of different runs are the same event if their names agree, and
+// - of events and operations, their positions;
+// - of parts, the series of the event above them and their ordinals among the
+//   events of that name directly below it, operations included.
+struct Series {
+  Level level;
+  // Points into the log and lives as long as the log's bytes do.
+  std::string_view name;
+  // The unit of the first value, see UnitText().
+  std::string_view unit;
+  // Of an event: its position in the message. Of an operation: its ordinal
+  // among the node events under its top-level event. Of a part: its ordinal, as
+  // above. From 0.
+  std::int32_t position;
+  // The index, in RunSeries::series, of the series of the event directly above
+  // the first value. Nothing for events.
+  std::optional<std::size_t> parent;
+  // From 0. Of events and operations: the ordinal among the series with the
+  // same level, unit and name, in their order. Of parts: the ordinal among the
+  // parts with the same name of the parent, unit and name, in the order of
+  // their first values in the log.
+  std::int32_t occurrence;
+  // At least one, in the order of the runs. An event that a run has twice, such
+  // as an operation below two top-level events, has two values of that run.
+  std::vector<std::uint64_t> values;
+  // The run of each value: its ordinal, from 0, among the runs of this kind and
+  // graph.
+  std::vector<std::int32_t> runs;
+};
+
+// The series of the runs of one kind of one graph.
+struct RunSeries {
+  RunKind kind;
+  std::int32_t graph;
+  // The number of runs; at least 1.
+  std::int32_t run_count;
+  // Events by position, then by the bytes of the name; operations in the same
+  // order. The parts of an event or operation follow it, parents before their
+  // parts and otherwise in the order of their first values.
+  std::vector<Series> series;
+};
+
+// Returns the series of the execute runs of each graph, in the order of the
+// graphs, then those of the finalize runs. Kinds and graphs without runs are
+// omitted, as are runs that belong to no graph, see MessageGroups::graph_error.
+// Parts are included only with `with_parts`.
+std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
+                                        bool with_parts);
+
+// Returns the index of the series of whole runs: the first event in us whose
+// name contains kExecuteText or, if there is none, the first event. Returns
+// nothing if there are no events.
+std::optional<std::size_t> FindWholeRun(const RunSeries& runs);
+
+}  // namespace lumo
+
+#endif  // LUMO_MODEL_LOG_SERIES_H_
