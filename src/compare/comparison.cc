@@ -2,249 +2,233 @@
 
 #include <algorithm>
 #include <cmath>
-#include <compare>
 #include <cstddef>
-#include <string_view>
+#include <set>
 #include <tuple>
 #include <utility>
+
+#include "compare/pairing.h"
+#include "text/escape.h"
 
 namespace lumo {
 namespace {
 
-// A name, ordered by its bytes. If two events share one stored name, it is not
-// read: in a small log, a million events can share a name of a megabyte.
-struct Name {
-  std::string_view text;
-
-  friend std::strong_ordering operator<=>(const Name& a, const Name& b) {
-    const bool is_shared =
-        a.text.data() == b.text.data() && a.text.size() == b.text.size();
-    return is_shared ? std::strong_ordering::equal : a.text <=> b.text;
+// Returns the figures of a series, which may be null, as a sample.
+Figures FiguresOf(const SideSeries* series, Sample sample) {
+  if (series == nullptr) {
+    return {};
   }
-  friend bool operator==(const Name& a, const Name& b) {
-    return (a <=> b) == std::strong_ordering::equal;
+  if (sample == Sample::kRuns) {
+    return series->logs.front().figures;
   }
-};
-
-// A series of one log, with the properties that a pair must agree in.
-struct Candidate {
-  std::string_view unit;
-  Name name;
-  std::int32_t occurrence;
-  // Its position in the order of the log.
-  std::size_t place;
-  const EventSeriesMap::value_type* series;
-};
-
-auto KeyOf(const Candidate& candidate) {
-  return std::tie(candidate.unit, candidate.name, candidate.occurrence);
-}
-
-// Returns the series of one level of one graph, ordered by KeyOf().
-std::vector<Candidate> FindCandidates(const EventSeriesMap& series) {
-  std::vector<Candidate> candidates;
-  candidates.reserve(series.size());
-  for (const auto& entry : series) {
-    candidates.push_back(
-        {entry.second.unit, {entry.first.name}, 0, candidates.size(), &entry});
-  }
-  std::sort(candidates.begin(), candidates.end(),
-            [](const Candidate& a, const Candidate& b) {
-              return std::tie(a.unit, a.name, a.place) <
-                     std::tie(b.unit, b.name, b.place);
-            });
-  for (std::size_t i = 1; i < candidates.size(); ++i) {
-    const Candidate& previous = candidates[i - 1];
-    Candidate& candidate = candidates[i];
-    if (candidate.unit == previous.unit && candidate.name == previous.name) {
-      candidate.occurrence = previous.occurrence + 1;
+  std::vector<double> means;
+  means.reserve(series->logs.size());
+  for (const LogFigures& log : series->logs) {
+    if (log.figures.n > 0) {
+      means.push_back(log.figures.mean);
     }
   }
-  return candidates;
+  return ComputeFigures(std::span<const double>(means));
 }
 
-// A pair and the parts of its sort key that it does not contain.
-struct PlacedPair {
-  SeriesPair pair;
-  // Of operations of both logs: the difference of the means, or -1 if a mean is
-  // missing. Otherwise 0.
-  double difference;
-  // Its position in the order of the log.
-  std::size_t place;
-};
-
-// Sorts the series of both logs before those of the first log alone, and these
-// before those of the second log alone.
-auto SortKeyOf(const PlacedPair& placed) {
-  const SeriesPair& pair = placed.pair;
-  return std::tuple(!pair.before, !pair.after, pair.level, -placed.difference,
-                    placed.place);
+// Returns the pair, not yet tested.
+SeriesPair MakePair(const PairedSeries& paired, Sample sample) {
+  SeriesPair pair = {};
+  pair.before = paired.before;
+  pair.after = paired.after;
+  pair.figures_before = FiguresOf(paired.before, sample);
+  pair.figures_after = FiguresOf(paired.after, sample);
+  const Figures& before = pair.figures_before;
+  const Figures& after = pair.figures_after;
+  if (before.n > 0 && after.n > 0 && before.mean != 0.0) {
+    pair.change_percent = (after.mean - before.mean) / before.mean * 100.0;
+  }
+  pair.verdict = pair.before == nullptr  ? Verdict::kOnlyAfter
+                 : pair.after == nullptr ? Verdict::kOnlyBefore
+                                         : Verdict::kNoTest;
+  return pair;
 }
 
-// Sets the change, and the difference by which operations are sorted.
-void SetDifference(PlacedPair* placed) {
-  SeriesPair& pair = placed->pair;
-  const bool has_means = HasMean(pair.before) && HasMean(pair.after);
-  const double mean_before = pair.before->mean;
-  const double difference = pair.after->mean - mean_before;
-  if (has_means && mean_before != 0.0) {
-    pair.change_percent = difference / mean_before * 100.0;
-  }
-  if (pair.level == Level::kOperation) {
-    placed->difference = has_means ? std::abs(difference) : -1.0;
-  }
-}
-
-// Returns the pair of two series. One of them may be null.
-PlacedPair MakePair(Level level, const Candidate* before,
-                    const Candidate* after, std::int32_t num_warmup) {
-  const Candidate& candidate = before != nullptr ? *before : *after;
-  PlacedPair placed = {};
-  placed.place = candidate.place;
-  SeriesPair& pair = placed.pair;
-  pair.level = level;
-  pair.name = candidate.name.text;
-  pair.occurrence = candidate.occurrence;
-  pair.unit = candidate.unit;
-  if (before != nullptr) {
-    pair.before = ComputeSeriesFigures(*before->series, num_warmup);
-  }
-  if (after != nullptr) {
-    pair.after = ComputeSeriesFigures(*after->series, num_warmup);
-  }
-  if (pair.before && pair.after) {
-    pair.verdict = Verdict::kNoTest;
-    SetDifference(&placed);
-  } else {
-    pair.verdict = pair.before ? Verdict::kOnlyBefore : Verdict::kOnlyAfter;
-  }
-  return placed;
-}
-
-// Appends the pairs of one level of one graph.
-void AppendPairs(Level level, const EventSeriesMap& before,
-                 const EventSeriesMap& after, std::int32_t num_warmup,
-                 std::vector<PlacedPair>* pairs) {
-  const std::vector<Candidate> left = FindCandidates(before);
-  const std::vector<Candidate> right = FindCandidates(after);
-  auto l = left.begin();
-  auto r = right.begin();
-  while (l != left.end() || r != right.end()) {
-    const bool has_left =
-        l != left.end() && (r == right.end() || KeyOf(*l) <= KeyOf(*r));
-    const bool has_right =
-        r != right.end() && (l == left.end() || KeyOf(*r) <= KeyOf(*l));
-    PlacedPair placed = MakePair(level, has_left ? &*l : nullptr,
-                                 has_right ? &*r : nullptr, num_warmup);
-    if (placed.pair.occurrence > 0) {
-      // The previous pair has the same name.
-      pairs->back().pair.is_repeated = true;
-      placed.pair.is_repeated = true;
+// Sets `is_repeated` of each pair.
+void MarkRepeated(std::vector<SeriesPair>* pairs) {
+  const auto key_of = [](const SideSeries& series) {
+    return std::tuple(series.level, series.unit.data(), series.name.data());
+  };
+  std::set<std::tuple<Level, const char*, const char*>> repeated;
+  for (const SeriesPair& pair : *pairs) {
+    for (const SideSeries* series : {pair.before, pair.after}) {
+      if (series != nullptr && series->occurrence > 0) {
+        repeated.insert(key_of(*series));
+      }
     }
-    pairs->push_back(placed);
-    l += has_left ? 1 : 0;
-    r += has_right ? 1 : 0;
   }
-}
-
-const KindSeries& SeriesOf(const LogSeries& log, RunKind kind) {
-  return kind == RunKind::kFinalize ? log.finalize : log.execute;
-}
-
-// Returns the element of graph `graph`, or an empty map or 0 if the log has
-// fewer graphs.
-template <typename T>
-const T& ElementOf(const std::vector<T>& list, std::size_t graph) {
-  static const T kNone{};
-  return graph < list.size() ? list[graph] : kNone;
-}
-
-// Returns the pairs of the runs, not yet tested.
-ComparedRuns PairRuns(const LogSeries& before, const LogSeries& after,
-                      RunKind kind, std::size_t graph,
-                      std::int32_t num_warmup) {
-  const KindSeries& left = SeriesOf(before, kind);
-  const KindSeries& right = SeriesOf(after, kind);
-  std::vector<PlacedPair> placed;
-  AppendPairs(Level::kEvent, ElementOf(left.events, graph),
-              ElementOf(right.events, graph), num_warmup, &placed);
-  if (kind == RunKind::kExecute) {
-    AppendPairs(Level::kOperation, ElementOf(before.operations, graph),
-                ElementOf(after.operations, graph), num_warmup, &placed);
+  for (SeriesPair& pair : *pairs) {
+    for (const SideSeries* series : {pair.before, pair.after}) {
+      pair.is_repeated |=
+          series != nullptr && repeated.contains(key_of(*series));
+    }
   }
-  std::sort(placed.begin(), placed.end(),
-            [](const PlacedPair& a, const PlacedPair& b) {
-              return SortKeyOf(a) < SortKeyOf(b);
-            });
-  ComparedRuns runs = {kind,
-                       static_cast<std::int32_t>(graph),
-                       ElementOf(left.run_counts, graph),
-                       ElementOf(right.run_counts, graph),
-                       {}};
-  runs.pairs.reserve(placed.size());
-  for (const PlacedPair& element : placed) {
-    runs.pairs.push_back(element.pair);
-  }
-  return runs;
-}
-
-bool IsTestable(const std::optional<SeriesFigures>& figures) {
-  return figures && figures->n >= 2 && std::isfinite(figures->stdev);
 }
 
 // Tests every pair that can be tested and sets its verdict.
-void SetVerdicts(double confidence, std::vector<ComparedRuns>* all_runs) {
-  std::vector<SeriesPair*> tested;
+void SetVerdicts(double confidence, Comparison* comparison) {
+  std::vector<std::pair<SeriesPair*, TTest>> tested;
   std::vector<double> p_values;
-  for (ComparedRuns& runs : *all_runs) {
-    for (SeriesPair& pair : runs.pairs) {
-      if (IsTestable(pair.before) && IsTestable(pair.after)) {
-        tested.push_back(&pair);
-        p_values.push_back(WelchTest(*pair.before, *pair.after));
+  for (Block& block : comparison->blocks) {
+    for (SeriesPair& pair : block.pairs) {
+      if (const std::optional<TTest> test =
+              TestMeans(pair.figures_before, pair.figures_after,
+                        comparison->sample)) {
+        tested.emplace_back(&pair, *test);
+        p_values.push_back(test->p);
       }
     }
   }
   AdjustByHolm(&p_values);
+  const double alpha = (100.0 - confidence) / 100.0;
   for (std::size_t i = 0; i < tested.size(); ++i) {
-    SeriesPair& pair = *tested[i];
-    pair.p_adjusted = p_values[i];
-    if (p_values[i] >= (100.0 - confidence) / 100.0) {
-      pair.verdict = Verdict::kNoDifference;
+    auto& [pair, test] = tested[i];
+    pair->p_adjusted = p_values[i];
+    pair->interval =
+        ComputeInterval(pair->figures_before, pair->figures_after, test,
+                        alpha / static_cast<double>(tested.size()));
+    if (p_values[i] >= alpha) {
+      pair->verdict = Verdict::kNoDifference;
+    } else if (pair->figures_after.mean > pair->figures_before.mean) {
+      pair->verdict = Verdict::kHigher;
     } else {
-      pair.verdict = pair.after->mean > pair.before->mean ? Verdict::kHigher
-                                                          : Verdict::kLower;
+      pair->verdict = Verdict::kLower;
+    }
+    // The adjusted p-value can find a little more than the interval.
+    if (pair->interval && pair->verdict == Verdict::kHigher) {
+      pair->interval->low = std::max(0.0, pair->interval->low);
+    } else if (pair->interval && pair->verdict == Verdict::kLower) {
+      pair->interval->high = std::min(0.0, pair->interval->high);
     }
   }
+}
+
+// Sorts the pairs as Block describes. They are in the order of their sides.
+void SortPairs(std::vector<SeriesPair>* pairs) {
+  const auto key_of = [](const SeriesPair& pair) {
+    const bool is_one_sided = pair.before == nullptr || pair.after == nullptr;
+    const Level level = SeriesOf(pair).level;
+    const bool has_means =
+        pair.figures_before.n > 0 && pair.figures_after.n > 0;
+    const double difference =
+        !has_means ? -1.0
+                   : std::abs(pair.figures_after.mean -
+                              pair.figures_before.mean);
+    return std::tuple(pair.before == nullptr, is_one_sided, !IsDifferent(pair),
+                      level,
+                      is_one_sided || level == Level::kEvent ? 0.0
+                                                             : -difference);
+  };
+  std::stable_sort(pairs->begin(), pairs->end(),
+                   [&key_of](const SeriesPair& a, const SeriesPair& b) {
+                     return key_of(a) < key_of(b);
+                   });
+}
+
+const SideRuns* FindRuns(const Side& side,
+                         const std::pair<RunKind, std::int32_t>& key) {
+  const auto runs = side.runs.find(key);
+  return runs == side.runs.end() ? nullptr : &runs->second;
 }
 
 }  // namespace
 
-LogSeries CollectLogSeries(const MessageGroups& groups) {
-  const auto collect = [&groups](RunKind kind) {
-    return KindSeries{CollectEventSeriesOfAllUnits(groups, kind),
-                      CountRuns(groups, kind)};
-  };
-  return {collect(RunKind::kFinalize), collect(RunKind::kExecute),
-          CollectNodeSeries(groups)};
+std::string_view VerdictText(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kHigher:
+      return "higher";
+    case Verdict::kLower:
+      return "lower";
+    case Verdict::kNoDifference:
+      return "no_difference";
+    case Verdict::kNoTest:
+      return "no_test";
+    case Verdict::kOnlyBefore:
+      return "only_before";
+    case Verdict::kOnlyAfter:
+      return "only_after";
+  }
+  return "";
 }
 
-std::vector<ComparedRuns> CompareSeries(const LogSeries& before,
-                                        const LogSeries& after,
-                                        std::int32_t num_warmup,
-                                        double confidence) {
-  std::vector<ComparedRuns> all_runs;
-  const std::size_t graph_count =
-      std::max(before.operations.size(), after.operations.size());
-  for (const RunKind kind : {RunKind::kFinalize, RunKind::kExecute}) {
-    for (std::size_t graph = 0; graph < graph_count; ++graph) {
-      ComparedRuns runs = PairRuns(before, after, kind, graph, num_warmup);
-      if (!runs.pairs.empty()) {
-        all_runs.push_back(std::move(runs));
-      }
+std::string VerdictWords(Verdict verdict) {
+  std::string words(VerdictText(verdict));
+  std::replace(words.begin(), words.end(), '_', ' ');
+  return words;
+}
+
+const SideSeries& SeriesOf(const SeriesPair& pair) {
+  return pair.before != nullptr ? *pair.before : *pair.after;
+}
+
+bool IsDifferent(const SeriesPair& pair) {
+  return pair.verdict == Verdict::kHigher || pair.verdict == Verdict::kLower;
+}
+
+std::optional<Comparison> CompareSides(const Side& before, const Side& after,
+                                       double confidence, bool ignore_node_ids,
+                                       std::string* error) {
+  Comparison comparison = {};
+  comparison.sample = before.logs.size() == 1 && after.logs.size() == 1
+                          ? Sample::kRuns
+                          : Sample::kLogs;
+  std::set<std::pair<RunKind, std::int32_t>> keys;
+  for (const Side* side : {&before, &after}) {
+    for (const auto& [key, runs] : side->runs) {
+      keys.insert(key);
     }
   }
-  SetVerdicts(confidence, &all_runs);
-  return all_runs;
+  for (const auto& key : keys) {
+    const auto& [kind, graph] = key;
+    Block block = {kind, graph, FindRuns(before, key), FindRuns(after, key), {}};
+    const std::optional<std::vector<PairedSeries>> paired =
+        ignore_node_ids ? PairByBareName(block.before, block.after)
+                        : PairByName(block.before, block.after);
+    if (!paired) {
+      *error = "graph " + std::to_string(graph) +
+               " has too many operations to pair them without node ids";
+      return std::nullopt;
+    }
+    for (const PairedSeries& series : *paired) {
+      block.pairs.push_back(MakePair(series, comparison.sample));
+    }
+    if (!block.pairs.empty()) {
+      MarkRepeated(&block.pairs);
+      comparison.blocks.push_back(std::move(block));
+    }
+  }
+  SetVerdicts(confidence, &comparison);
+  for (Block& block : comparison.blocks) {
+    SortPairs(&block.pairs);
+  }
+  return comparison;
+}
+
+std::optional<std::int64_t> CountHiddenPairs(const Comparison& comparison) {
+  std::int64_t hidden = 0;
+  for (const Block& block : comparison.blocks) {
+    std::int64_t only_before = 0;
+    std::int64_t only_after = 0;
+    for (const SeriesPair& pair : block.pairs) {
+      only_before += pair.verdict == Verdict::kOnlyBefore ? 1 : 0;
+      only_after += pair.verdict == Verdict::kOnlyAfter ? 1 : 0;
+    }
+    if (only_before == 0 || only_after == 0) {
+      continue;  // nothing to pair
+    }
+    const auto paired = PairByBareName(block.before, block.after);
+    if (!paired) {
+      return std::nullopt;
+    }
+    hidden += static_cast<std::int64_t>(block.pairs.size()) -
+              static_cast<std::int64_t>(paired->size());
+  }
+  return hidden;
 }
 
 }  // namespace lumo

@@ -1,13 +1,17 @@
-// Compares two logs: pairs of series, their figures, and whether they differ.
+// Compares two sides: pairs of series, their figures, and whether they differ.
 
 #ifndef LUMO_COMPARE_COMPARISON_H_
 #define LUMO_COMPARE_COMPARISON_H_
 
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
-#include "compare/series_pair.h"
-#include "model/event_series.h"
+#include "compare/side.h"
+#include "compare/t_test.h"
+#include "model/figures.h"
 #include "model/message_groups.h"
 
 namespace lumo {
@@ -15,51 +19,95 @@ namespace lumo {
 // The default confidence, in percent.
 inline constexpr double kDefaultConfidence = 99.0;
 
-// The series of the runs of one kind. Element g of each list belongs to graph
-// g.
-struct KindSeries {
-  // The top-level events in every unit.
-  std::vector<EventSeriesMap> events;
-  // The number of runs.
-  std::vector<std::int32_t> run_counts;
+enum class Verdict {
+  // The mean after is significantly higher or lower than the mean before.
+  kHigher,
+  kLower,
+  kNoDifference,
+  // Both sides have the series, but with too few values.
+  kNoTest,
+  kOnlyBefore,
+  kOnlyAfter,
 };
 
-// The series of one log.
-struct LogSeries {
-  KindSeries finalize;
-  KindSeries execute;
-  // The operations of the execute runs. Element g belongs to graph g.
-  std::vector<EventSeriesMap> operations;
+// Returns "higher", "lower", "no_difference", "no_test", "only_before" or
+// "only_after".
+std::string_view VerdictText(Verdict verdict);
+
+// As VerdictText(), but with blanks between the words.
+std::string VerdictWords(Verdict verdict);
+
+// A series of both sides or of one.
+struct SeriesPair {
+  // Point into the sides. One of them may be null.
+  const SideSeries* before;
+  const SideSeries* after;
+  // Of the sample. n is 0 for a series that the side does not have or that has
+  // no value after the warm-up.
+  Figures figures_before;
+  Figures figures_after;
+  // Whether several series of a side have this level, unit and name, so that
+  // the name alone does not identify this one.
+  bool is_repeated;
+  // The change of the mean in percent of the mean before. Nothing if a mean is
+  // missing or the mean before is 0.
+  std::optional<double> change_percent;
+  // The p-value of the t test, adjusted for the number of all tests. Nothing if
+  // the pair was not tested.
+  std::optional<double> p_adjusted;
+  // Of the change, at the confidence of the whole comparison. It contains 0 or
+  // has it as a bound, unless the pair differs. Nothing if the pair was not
+  // tested or the interval has no bounds.
+  std::optional<Interval> interval;
+  Verdict verdict;
 };
 
-// Returns the series of a log with these messages. The graph of every run must
-// be in range. Names point into the log.
-LogSeries CollectLogSeries(const MessageGroups& groups);
+// Returns the series of the first side that has it: `before` or `after`. Its
+// name, occurrence and unit are those of the pair.
+const SideSeries& SeriesOf(const SeriesPair& pair);
 
-// The runs of one kind of one graph.
-struct ComparedRuns {
+// Returns whether the verdict is kHigher or kLower.
+bool IsDifferent(const SeriesPair& pair);
+
+// The pairs of the runs of one kind of one graph.
+struct Block {
   RunKind kind;
   std::int32_t graph;
-  std::int32_t runs_before;
-  std::int32_t runs_after;
-  // Pairs of events in the order of the first log; pairs of operations by the
-  // difference of their means, largest first; the series that only the first
-  // log has; and those that only the second log has, each in the order of its
-  // log, events before operations. Ties are in the order of the log.
+  // Point into the sides. Null for a side without such runs.
+  const SideRuns* before;
+  const SideRuns* after;
+  // The pairs that differ, the other pairs, the series that only `before` has,
+  // and those that only `after` has. In each of these, events come first, in
+  // the order of the side. The operations of both sides are sorted by the
+  // difference of their means, largest first, those without a mean last; the
+  // operations of one side are in its order.
   std::vector<SeriesPair> pairs;
 };
 
-// Compares the series of two logs. The figures exclude the first `num_warmup`
-// values, 0 or more, of each series of at least two values. A difference is
-// significant if its adjusted p-value is below 1 - `confidence` / 100; the
-// confidence must be above 0 and below 100.
+// A comparison refers to its sides.
+struct Comparison {
+  // kRuns if each side has one log.
+  Sample sample;
+  // The execute runs of all graphs, then the finalize runs of all graphs,
+  // without those that have no series.
+  std::vector<Block> blocks;
+};
+
+// Compares two sides. A difference is significant if its adjusted p-value is
+// below 1 - `confidence` / 100; the confidence must be above 0 and below 100.
 //
-// Returns the finalize runs of all graphs, then the execute runs of all graphs,
-// without those that have no series. The result refers to both arguments.
-std::vector<ComparedRuns> CompareSeries(const LogSeries& before,
-                                        const LogSeries& after,
-                                        std::int32_t num_warmup,
-                                        double confidence);
+// Series are paired if they agree in level, unit, name and occurrence. With
+// `ignore_node_ids`, operations are paired by their unit and BareName() in
+// their order, see AlignLists(). Returns nothing, with a message in `error`, if
+// a graph has too many operations for that.
+std::optional<Comparison> CompareSides(const Side& before, const Side& after,
+                                       double confidence, bool ignore_node_ids,
+                                       std::string* error);
+
+// Returns how many fewer operations would be without a counterpart if the sides
+// were compared with `ignore_node_ids`; nothing if that fails. The sides are
+// those of the comparison, which was made without it.
+std::optional<std::int64_t> CountHiddenPairs(const Comparison& comparison);
 
 }  // namespace lumo
 

@@ -3,54 +3,54 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <limits>
 #include <string_view>
 
+#include "model/event_fields.h"
 #include "text/escape.h"
 #include "text/figure_text.h"
 
 namespace lumo {
 namespace {
 
-// A percentage from the command line is written with all digits of a double.
-constexpr int kAllDigits = std::numeric_limits<double>::digits10;
-
-bool IsDifferent(const SeriesPair& pair) {
-  return pair.verdict == Verdict::kHigher || pair.verdict == Verdict::kLower;
-}
-
-// The cells of the figures of one log: n, mean and deviation.
-std::array<std::string, 3> FigureCells(
-    const std::optional<SeriesFigures>& figures) {
-  const bool has_mean = HasMean(figures);
-  return {figures ? std::to_string(figures->n) : "",
-          has_mean ? FixedText(figures->mean) : "",
-          has_mean ? FixedText(figures->stdev) : ""};
-}
-
 // The cells of a line before the unit and the name, each right-aligned in its
 // column.
-constexpr std::size_t kColumns = 9;
+constexpr std::size_t kColumns = 10;
 using Cells = std::array<std::string, kColumns>;
 
 Cells MakeHeadings() {
-  return {"n",     "before", "stdev", "n",      "after",
-          "stdev", "change", "p",     "verdict"};
+  return {"n",     "before", "stdev",    "n", "after",
+          "stdev", "change", "interval", "p", "verdict"};
+}
+
+// `series` is null for a side that does not have it.
+std::string CountCell(const SideSeries* series, const Figures& figures) {
+  return series != nullptr ? std::to_string(figures.n) : "";
+}
+
+std::string MeanCell(const Figures& figures) {
+  return figures.n > 0 ? FixedText(figures.mean) : "";
+}
+
+// The deviation in percent of the mean.
+std::string DeviationCell(const Figures& figures) {
+  return figures.n > 1 && figures.mean != 0.0
+             ? FixedText(100.0 * figures.stdev / figures.mean, 1) + "%"
+             : "";
 }
 
 Cells MakeCells(const SeriesPair& pair) {
-  const auto [n_before, mean_before, stdev_before] = FigureCells(pair.before);
-  const auto [n_after, mean_after, stdev_after] = FigureCells(pair.after);
-  const std::string change =
-      pair.change_percent ? ChangeText(*pair.change_percent) : "";
-  const std::string p =
-      pair.p_adjusted ? SignificantText(*pair.p_adjusted, 2) : "";
-  // "~" means that no difference is proven.
-  const std::string verdict =
-      pair.verdict == Verdict::kNoDifference ? "~" : VerdictWords(pair.verdict);
-  return {n_before, mean_before, stdev_before, n_after, mean_after, stdev_after,
-          change,   p,           verdict};
+  return {CountCell(pair.before, pair.figures_before),
+          MeanCell(pair.figures_before),
+          DeviationCell(pair.figures_before),
+          CountCell(pair.after, pair.figures_after),
+          MeanCell(pair.figures_after),
+          DeviationCell(pair.figures_after),
+          pair.change_percent ? ChangeText(*pair.change_percent) : "",
+          pair.interval ? IntervalText(*pair.interval) : "",
+          pair.p_adjusted ? SignificantText(*pair.p_adjusted, 2) : "",
+          // "~" means that no difference is proven.
+          pair.verdict == Verdict::kNoDifference ? "~"
+                                                 : VerdictWords(pair.verdict)};
 }
 
 // The widths of the columns of one block.
@@ -59,7 +59,7 @@ struct Widths {
   std::size_t unit;
 };
 
-Widths MeasureColumns(const ComparedRuns& runs) {
+Widths MeasureColumns(const Block& block) {
   Widths widths = {};
   const auto widen = [&widths](const Cells& cells, std::string_view unit) {
     for (std::size_t column = 0; column < kColumns; ++column) {
@@ -69,13 +69,13 @@ Widths MeasureColumns(const ComparedRuns& runs) {
     widths.unit = std::max(widths.unit, unit.size());
   };
   widen(MakeHeadings(), "unit");
-  for (const SeriesPair& pair : runs.pairs) {
-    widen(MakeCells(pair), pair.unit);
+  for (const SeriesPair& pair : block.pairs) {
+    widen(MakeCells(pair), SeriesOf(pair).unit);
   }
   return widths;
 }
 
-// "  5  1949.60  7.57  10  1925.40  6.00  -1.24%  3e-05  lower  us     | name"
+// "  5  88648.00  0.9%  10  96854.80  0.4%  +9.26%  ...  higher  cycles | name"
 std::string JoinCells(const Widths& widths, const Cells& cells,
                       std::string_view unit, std::string_view name) {
   std::string line;
@@ -91,13 +91,6 @@ std::string JoinCells(const Widths& widths, const Cells& cells,
   return line;
 }
 
-// Returns "name", or "name (occurrence 1)" where several series have the name.
-std::string LabelOf(const SeriesPair& pair) {
-  const std::string occurrence = std::to_string(pair.occurrence);
-  return Printable(pair.name) +
-         (pair.is_repeated ? " (occurrence " + occurrence + ")" : "");
-}
-
 // The heading that a pair is listed under.
 std::string_view SectionOf(const SeriesPair& pair) {
   if (pair.verdict == Verdict::kOnlyBefore) {
@@ -106,9 +99,12 @@ std::string_view SectionOf(const SeriesPair& pair) {
   if (pair.verdict == Verdict::kOnlyAfter) {
     return "Only after";
   }
-  return pair.level == Level::kEvent
-             ? "Top-level events"
-             : "Operations, largest difference of means first";
+  if (SeriesOf(pair).level == Level::kEvent) {
+    return IsDifferent(pair) ? "Events that differ" : "Other events";
+  }
+  return IsDifferent(pair)
+             ? "Operations that differ, largest difference of means first"
+             : "Other operations, largest difference of means first";
 }
 
 // The terminal's escape sequence for bold and red or green.
@@ -116,24 +112,36 @@ std::string_view ColorOf(Verdict verdict) {
   return verdict == Verdict::kHigher ? "\033[1;31m" : "\033[1;32m";
 }
 
-void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
+// "base/, 5 logs, 105 runs", or without the number of logs if the side is not a
+// folder. `runs` may be null.
+std::string DescribeSide(const Side& side, const SideRuns* runs) {
+  std::string text = Printable(side.path) + ", ";
+  if (side.logs.front() != side.path) {
+    text += CountText(runs != nullptr ? runs->log_count : 0, "log") + ", ";
+  }
+  return text + CountText(runs != nullptr ? runs->run_count : 0, "run");
+}
+
+void WriteBlock(std::ostream& stream, const Block& block,
                 const ComparisonSettings& settings, bool in_color) {
-  stream << "Graph " << runs.graph << ", " << RunKindText(runs.kind)
+  stream << "Graph " << block.graph << ", " << RunKindText(block.kind)
          << " runs, warm-up " << settings.num_warmup
-         << "\n  before: " << Printable(settings.before) << ", "
-         << CountText(runs.runs_before, "run")
-         << "\n  after:  " << Printable(settings.after) << ", "
-         << CountText(runs.runs_after, "run") << "\n\n";
-  const Widths widths = MeasureColumns(runs);
+         << "\n  before: " << DescribeSide(settings.before, block.before)
+         << "\n  after:  " << DescribeSide(settings.after, block.after)
+         << "\n\n";
+  const Widths widths = MeasureColumns(block);
   stream << JoinCells(widths, MakeHeadings(), "unit", "name") << '\n';
   std::string_view section;
-  for (const SeriesPair& pair : runs.pairs) {
+  for (const SeriesPair& pair : block.pairs) {
+    if (!stream.good()) {
+      return;
+    }
     if (SectionOf(pair) != section) {
       section = SectionOf(pair);
       stream << section << ":\n";
     }
     const std::string line =
-        JoinCells(widths, MakeCells(pair), pair.unit, LabelOf(pair));
+        JoinCells(widths, MakeCells(pair), SeriesOf(pair).unit, LabelOf(pair));
     if (in_color && IsDifferent(pair)) {
       stream << ColorOf(pair.verdict) << line << "\033[0m\n";
     } else {
@@ -145,60 +153,67 @@ void WriteBlock(std::ostream& stream, const ComparedRuns& runs,
 
 }  // namespace
 
-std::string TotalsText(const std::vector<ComparedRuns>& all_runs,
-                       double confidence) {
+std::string TotalsText(const Comparison& comparison, double confidence) {
   std::int64_t compared = 0;
   std::int64_t tested = 0;
   std::int64_t different = 0;
-  for (const ComparedRuns& runs : all_runs) {
-    for (const SeriesPair& pair : runs.pairs) {
-      compared += pair.before && pair.after ? 1 : 0;
+  std::int64_t only_before = 0;
+  std::int64_t only_after = 0;
+  for (const Block& block : comparison.blocks) {
+    for (const SeriesPair& pair : block.pairs) {
+      only_before += pair.after == nullptr ? 1 : 0;
+      only_after += pair.before == nullptr ? 1 : 0;
       tested += pair.p_adjusted ? 1 : 0;
       different += IsDifferent(pair) ? 1 : 0;
     }
+    compared += static_cast<std::int64_t>(block.pairs.size());
   }
+  compared -= only_before + only_after;
   return CountText(compared, "pair") + " compared, " +
          std::to_string(different) +
          (different == 1 ? " differs (" : " differ (") +
-         std::to_string(tested) + " tested, " +
-         SignificantText(confidence, kAllDigits) + "% confidence)";
+         std::to_string(tested) + " tested, " + ShortestText(confidence) +
+         "% confidence), " + std::to_string(only_before) +
+         " series only before, " + std::to_string(only_after) + " only after";
 }
 
-void WriteComparison(std::ostream& stream,
-                     const std::vector<ComparedRuns>& all_runs,
-                     const ComparisonSettings& settings, bool in_color) {
-  for (const ComparedRuns& runs : all_runs) {
-    WriteBlock(stream, runs, settings, in_color);
-  }
-  stream << TotalsText(all_runs, settings.confidence) << '\n';
-}
-
-std::optional<std::string> DescribeWorstSlowdown(
-    const std::vector<ComparedRuns>& all_runs, double max_slowdown) {
-  const ComparedRuns* worst_runs = nullptr;
-  const SeriesPair* worst = nullptr;
-  double worst_rise = max_slowdown;
-  for (const ComparedRuns& runs : all_runs) {
-    for (const SeriesPair& pair : runs.pairs) {
-      const double rise =
-          pair.change_percent.value_or(std::numeric_limits<double>::infinity());
-      if (pair.verdict == Verdict::kHigher && rise > worst_rise &&
-          (pair.unit == "us" || pair.unit == "cycles")) {
-        worst_runs = &runs;
-        worst = &pair;
-        worst_rise = rise;
-      }
+std::string LabelOf(const SeriesPair& pair) {
+  const SideSeries& series = SeriesOf(pair);
+  std::string label = Printable(series.name);
+  if (pair.before != nullptr && pair.after != nullptr &&
+      pair.before->name != pair.after->name) {
+    const std::string_view before = pair.before->name;
+    const std::string_view after = pair.after->name;
+    const std::string_view bare = BareName(before);
+    if (bare != before && BareName(after) != after) {
+      constexpr std::string_view kPrefix = "node_id_";
+      const std::size_t id_end = before.size() - bare.size() - 1;
+      label = Printable(before.substr(0, id_end)) + "→" +
+              Printable(after.substr(kPrefix.size()));
+    } else {
+      label += "→" + Printable(after);
     }
   }
-  if (worst == nullptr) {
-    return std::nullopt;
+  return pair.is_repeated ? label + " (occurrence " +
+                                std::to_string(series.occurrence) + ")"
+                          : label;
+}
+
+std::string IntervalText(const Interval& interval) {
+  std::string low = ChangeText(interval.low);
+  low.pop_back();  // the percent sign
+  return low + ".." + ChangeText(interval.high);
+}
+
+void WriteComparison(std::ostream& stream, const Comparison& comparison,
+                     const ComparisonSettings& settings, bool in_color) {
+  stream << TotalsText(comparison, settings.confidence) << "\n\n";
+  for (const Block& block : comparison.blocks) {
+    WriteBlock(stream, block, settings, in_color);
   }
-  return "graph " + std::to_string(worst_runs->graph) + ", " +
-         std::string(RunKindText(worst_runs->kind)) + ", " +
-         std::string(LevelText(worst->level)) + " [" + LabelOf(*worst) + "]: " +
-         (worst->change_percent ? FixedText(worst_rise) + "% higher"
-                                : "up from 0") +
-         ", more than " + SignificantText(max_slowdown, kAllDigits) + "%";
+  for (const std::string& note : settings.notes) {
+    stream << "Note: " << note << '\n';
+  }
 }
 
 }  // namespace lumo

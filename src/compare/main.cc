@@ -1,5 +1,5 @@
-// lumo-profile-compare: compares two profiling logs and tests which differences
-// are significant.
+// lumo-profile-compare: compares profiling logs and tests which differences are
+// significant.
 
 #include <cstdint>
 #include <cstdlib>
@@ -13,23 +13,32 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/output.h"
-#include "compare/compared_log.h"
 #include "compare/comparison.h"
 #include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
+#include "compare/gate.h"
+#include "compare/read_sides.h"
 
 namespace {
 
 constexpr lumo::Program kProgram = {
     "lumo-profile-compare",
     "usage: lumo-profile-compare [OPTION]... BEFORE AFTER\n"
-    "Compares two profiling logs and tests which differences are significant.\n"
+    "Compares profiling logs and tests which differences are significant.\n"
+    "BEFORE and AFTER are each a log, or a folder of logs (files named "
+    "*.bin).\n"
     "\n"
-    "  --num_warmup W          runs to exclude as warm-up; default: 1\n"
+    "  --num_warmup W          runs of each log to exclude as warm-up; "
+    "default: 1\n"
     "  --confidence PERCENT    confidence level of the test; default: 99\n"
-    "  --max_slowdown PERCENT  exit with status 3 if a time or a number of "
-    "cycles\n"
-    "                          rises significantly and by more than this\n"
+    "  --ignore_node_ids       pair operations by their names without "
+    "node_id_N:\n"
+    "  --max_slowdown PERCENT  exit with status 3 if an event or operation in "
+    "us or\n"
+    "                          cycles, of any run, rises significantly and by "
+    "more\n"
+    "                          than this; exit with status 1 if none is "
+    "tested\n"
     "  --csv                   write comma-separated rows for other programs\n"
     "  --output FILE           write to FILE; default: standard output\n"
     "  --help                  print this text and exit\n"
@@ -39,54 +48,36 @@ constexpr int kTooSlow = 3;
 
 struct Options {
   std::int32_t num_warmup = 1;
-  double confidence = lumo::kDefaultConfidence;
+  std::optional<double> confidence = lumo::kDefaultConfidence;
   std::optional<double> max_slowdown;
+  bool ignore_node_ids = false;
   bool csv = false;
   std::string output;
-  std::string before;
-  std::string after;
+  // The paths of the two sides.
+  std::vector<std::string> paths;
 };
 
 // Sets `options`. Returns the exit status, or nothing if the run continues.
 std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
-  std::optional<std::string> num_warmup;
-  std::optional<std::string> confidence;
-  std::optional<std::string> max_slowdown;
-  std::optional<std::string> output;
-  std::vector<std::string> logs;
-  if (const std::optional<int> status =
-          lumo::ParseCommandLine(kProgram, argc, argv,
-                                 {{"num_warmup", &num_warmup},
-                                  {"confidence", &confidence},
-                                  {"max_slowdown", &max_slowdown},
-                                  {"csv", &options->csv},
-                                  {"output", &output}},
-                                 2, &logs)) {
+  using lumo::Percentage;
+  std::vector<std::string>& paths = options->paths;
+  if (const std::optional<int> status = lumo::ParseCommandLine(
+          kProgram, argc, argv,
+          {{"num_warmup", &options->num_warmup},
+           {"confidence",
+            Percentage{&options->confidence, Percentage::kBetween0And100}},
+           {"max_slowdown",
+            Percentage{&options->max_slowdown, Percentage::kFrom0}},
+           {"ignore_node_ids", &options->ignore_node_ids},
+           {"csv", &options->csv},
+           {"output", &options->output}},
+          2, &paths)) {
     return status;
   }
-  if (num_warmup &&
-      !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
-    return lumo::RejectArgument(kProgram, "--num_warmup", lumo::kWholeNumber,
-                                *num_warmup);
+  if (paths.size() < 2 || paths[0].empty() || paths[1].empty()) {
+    return lumo::RejectCommandLine(kProgram,
+                                   "two logs or folders are required");
   }
-  if (confidence &&
-      (!lumo::ParsePercentage(*confidence, &options->confidence) ||
-       options->confidence <= 0.0 || options->confidence >= 100.0)) {
-    return lumo::RejectArgument(kProgram, "--confidence",
-                                "a percentage above 0 and below 100",
-                                *confidence);
-  }
-  if (max_slowdown &&
-      !lumo::ParsePercentage(*max_slowdown, &options->max_slowdown.emplace())) {
-    return lumo::RejectArgument(kProgram, "--max_slowdown",
-                                "a percentage of 0 or more", *max_slowdown);
-  }
-  options->output = output.value_or("");
-  if (logs.size() < 2 || logs[0].empty() || logs[1].empty()) {
-    return lumo::RejectCommandLine(kProgram, "two logs are required");
-  }
-  options->before = logs[0];
-  options->after = logs[1];
   return std::nullopt;
 }
 
@@ -95,6 +86,30 @@ bool UseColor(const std::string& output) {
   const char* const no_color = std::getenv("NO_COLOR");
   return output.empty() && isatty(STDOUT_FILENO) == 1 &&
          (no_color == nullptr || *no_color == '\0');
+}
+
+// Writes the comparison. Returns the exit status.
+int Write(const Options& options, const std::vector<lumo::Side>& sides,
+          const lumo::Comparison& comparison) {
+  std::vector<std::string> logs;
+  for (const lumo::Side& side : sides) {
+    logs.insert(logs.end(), side.logs.begin(), side.logs.end());
+  }
+  return lumo::WriteOutput(
+      kProgram, options.output, logs, "comparison",
+      [&](std::ostream& stream) {
+        if (options.csv) {
+          lumo::WriteComparisonRows(stream, comparison);
+          return;
+        }
+        const auto notes =
+            lumo::MakeNotes(sides[0], sides[1], comparison, options.num_warmup,
+                            options.ignore_node_ids);
+        lumo::WriteComparison(stream, comparison,
+                              {sides[0], sides[1], options.num_warmup,
+                               *options.confidence, notes},
+                              UseColor(options.output));
+      });
 }
 
 }  // namespace
@@ -107,36 +122,29 @@ int main(int argc, char** argv) {
     return *status;
   }
   std::string error;
-  const auto before = lumo::LoadComparedLog(options.before, &error);
-  if (!before) {
+  lumo::Names names;
+  const auto sides = lumo::ReadSides(options.paths, options.num_warmup, &names,
+                                     nullptr, &error);
+  if (!sides) {
     return lumo::Fail(kProgram, error);
   }
-  const auto after = lumo::LoadComparedLog(options.after, &error);
-  if (!after) {
+  const auto comparison =
+      lumo::CompareSides(sides->front(), sides->back(), *options.confidence,
+                         options.ignore_node_ids, &error);
+  if (!comparison) {
     return lumo::Fail(kProgram, error);
   }
-  const std::vector<lumo::ComparedRuns> all_runs = lumo::CompareSeries(
-      before->series, after->series, options.num_warmup, options.confidence);
-  const int status = lumo::WriteOutput(
-      kProgram, options.output, {options.before, options.after}, "comparison",
-      [&](std::ostream& stream) {
-        if (options.csv) {
-          lumo::WriteComparisonRows(stream, all_runs);
-        } else {
-          lumo::WriteComparison(stream, all_runs,
-                                {options.before, options.after,
-                                 options.num_warmup, options.confidence},
-                                UseColor(options.output));
-        }
-      });
+  const int status = Write(options, *sides, *comparison);
   if (status != 0 || !options.max_slowdown) {
     return status;
   }
-  const std::optional<std::string> slowdown =
-      lumo::DescribeWorstSlowdown(all_runs, *options.max_slowdown);
-  if (!slowdown) {
-    return 0;
+  const lumo::GateResult gate =
+      lumo::CheckSlowdowns(*comparison, *options.max_slowdown);
+  for (const std::string& line : gate.lines) {
+    lumo::Fail(kProgram, line);
   }
-  lumo::Fail(kProgram, *slowdown);
-  return kTooSlow;
+  if (!gate.is_tested) {
+    return lumo::kFailed;
+  }
+  return gate.is_exceeded ? kTooSlow : 0;
 }

@@ -72,4 +72,16 @@ std::int32_t ParseNodeId(std::string_view name) {
   return failure == std::errc() ? id : -1;
 }
 
+std::string_view BareName(std::string_view name) {
+  constexpr std::string_view kPrefix = "node_id_";
+  if (!name.starts_with(kPrefix)) {
+    return name;
+  }
+  const std::size_t end =
+      name.find_first_not_of("0123456789", kPrefix.size());
+  const bool has_id = end != kPrefix.size() &&
+                      end != std::string_view::npos && name[end] == ':';
+  return has_id ? name.substr(end + 1) : name;
+}
+
 }  // namespace lumo

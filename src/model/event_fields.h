@@ -26,6 +26,9 @@ std::string ValueText(const ProfilingEvent& event);
 // with a number that does not fit into a 32-bit signed integer.
 std::int32_t ParseNodeId(std::string_view name);
 
+// Returns the name without its beginning "node_id_<digits>:", if it has one.
+std::string_view BareName(std::string_view name);
+
 }  // namespace lumo
 
 #endif  // LUMO_MODEL_EVENT_FIELDS_H_

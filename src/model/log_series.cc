@@ -303,7 +303,7 @@ std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
   return all_runs;
 }
 
-std::optional<std::size_t> FindWholeRun(const RunSeries& runs) {
+std::optional<std::size_t> FindTimedRun(const RunSeries& runs) {
   const std::vector<Series>& series = runs.series;
   for (std::size_t i = 0; i < series.size(); ++i) {
     if (series[i].level == Level::kEvent && series[i].unit == "us" &&
@@ -311,7 +311,7 @@ std::optional<std::size_t> FindWholeRun(const RunSeries& runs) {
       return i;
     }
   }
-  return series.empty() ? std::nullopt : std::optional<std::size_t>(0);
+  return std::nullopt;
 }
 
 }  // namespace lumo

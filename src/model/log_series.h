@@ -79,10 +79,9 @@ struct RunSeries {
 std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
                                         bool with_parts);
 
-// Returns the index of the series of whole runs: the first event in us whose
-// name contains kExecuteText or, if there is none, the first event. Returns
-// nothing if there are no events.
-std::optional<std::size_t> FindWholeRun(const RunSeries& runs);
+// Returns the index of the first event in us whose name contains kExecuteText:
+// the time of whole execute runs. Returns nothing if there is none.
+std::optional<std::size_t> FindTimedRun(const RunSeries& runs);
 
 }  // namespace lumo
 

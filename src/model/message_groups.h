@@ -30,7 +30,8 @@ using EventVector = flatbuffers::Vector<flatbuffers::Offset<ProfilingEvent>>;
 inline constexpr std::string_view kFinalizeText = "(finalize)";
 inline constexpr std::string_view kExecuteText = "(execute)";
 
-enum class RunKind { kFinalize, kExecute };
+// In the order of the tables: execute runs come first.
+enum class RunKind { kExecute, kFinalize };
 
 // The messages at positions `first` to `end` - 1.
 struct MessageRange {

@@ -11,11 +11,11 @@ using Digits = std::array<char, 320>;
 
 }  // namespace
 
-std::string FixedText(double number) {
+std::string FixedText(double number, int decimals) {
   Digits digits;
   const auto written =
       std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                    std::chars_format::fixed, 2);
+                    std::chars_format::fixed, decimals);
   return {digits.data(), written.ptr};
 }
 
@@ -39,7 +39,7 @@ std::string CountText(std::int64_t count, std::string_view noun) {
   return count == 1 ? text : text + 's';
 }
 
-std::string ShortestText(float number) {
+std::string ShortestText(double number) {
   Digits digits;
   const auto written =
       std::to_chars(digits.data(), digits.data() + digits.size(), number);

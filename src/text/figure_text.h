@@ -9,9 +9,9 @@
 
 namespace lumo {
 
-// Returns `number` with two decimals and without an exponent, such as
-// "1949.60".
-std::string FixedText(double number);
+// Returns `number` with `decimals` digits after the point and without an
+// exponent, such as "1949.60".
+std::string FixedText(double number, int decimals = 2);
 
 // Returns a change in percent with its sign and two decimals, such as "+9.26%".
 std::string ChangeText(double percent);
@@ -23,8 +23,8 @@ std::string SignificantText(double number, int precision);
 // Returns a number of things, such as "1 run" or "3 runs" for the noun "run".
 std::string CountText(std::int64_t count, std::string_view noun);
 
-// Returns `number` with the fewest digits that read back to the same float.
-std::string ShortestText(float number);
+// Returns `number` with the fewest digits that read back to the same double.
+std::string ShortestText(double number);
 
 }  // namespace lumo
 

@@ -1,0 +1,37 @@
+// Reads the sides of a comparison.
+
+#ifndef LUMO_COMPARE_READ_SIDES_H_
+#define LUMO_COMPARE_READ_SIDES_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "compare/side.h"
+#include "input/input_log.h"
+#include "model/log_series.h"
+
+namespace lumo {
+
+// Called with each log after it has been added to its side. `side` is the index
+// of the side.
+using LogVisitor = std::function<void(std::size_t side, InputLog log,
+                                      std::vector<RunSeries> all_runs)>;
+
+// Returns a side for each of the paths: a log, or a folder that stands for the
+// logs of FindLogs(). Logs are read one after the other, with their parts if
+// there is a `visit`; their series are kept only by it. Shows the progress on a
+// terminal if a path is a folder.
+//
+// Returns nothing, with a message that names a path in `error`, if FindLogs()
+// or LoadInputLog() fails.
+std::optional<std::vector<Side>> ReadSides(
+    const std::vector<std::string>& paths, std::int32_t num_warmup,
+    Names* names, const LogVisitor& visit, std::string* error);
+
+}  // namespace lumo
+
+#endif  // LUMO_COMPARE_READ_SIDES_H_

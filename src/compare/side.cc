@@ -1,0 +1,106 @@
+#include "compare/side.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <span>
+#include <utility>
+
+namespace lumo {
+namespace {
+
+// The stored names of a log, by the addresses of its own names: a small log can
+// refer to a name of a megabyte a million times.
+using KnownNames = std::map<const char*, const char*>;
+
+std::string_view Intern(std::string_view name, KnownNames* known,
+                        Names* names) {
+  const auto [entry, is_new] = known->try_emplace(name.data(), nullptr);
+  if (is_new) {
+    entry->second = names->emplace(name).first->data();
+  }
+  return {entry->second, name.size()};
+}
+
+// Returns the series of the side that corresponds to a series of a log, adding
+// it if it is new.
+SideSeries& FindOrAdd(const Series& series, std::string_view name,
+                      SideRuns* runs) {
+  const auto [entry, is_new] = runs->indices.try_emplace(
+      {series.level, series.unit.data(), name.data(), series.occurrence},
+      runs->series.size());
+  if (is_new) {
+    runs->series.push_back(
+        {series.level, name, series.unit, series.occurrence, {}});
+  }
+  return runs->series[entry->second];
+}
+
+// Returns how many of the first values are slow: above the median of all values
+// by more than 5 percent, and by more than ten times their median absolute
+// deviation, which 1.4826 scales to a standard deviation.
+std::optional<SlowStart> FindSlowStart(std::span<const std::uint64_t> values) {
+  if (values.empty()) {
+    return std::nullopt;
+  }
+  const std::vector<double> numbers(values.begin(), values.end());
+  const double median = Median(numbers);
+  std::vector<double> deviations;
+  deviations.reserve(numbers.size());
+  for (const double number : numbers) {
+    deviations.push_back(std::abs(number - median));
+  }
+  const double limit =
+      std::max(1.05 * median, median + 10 * 1.4826 * Median(deviations));
+  const auto end = std::find_if(numbers.begin(), numbers.end(),
+                                [limit](double number) { return number <= limit; });
+  const auto count = static_cast<std::size_t>(end - numbers.begin());
+  if (count == 0) {
+    return std::nullopt;
+  }
+  return SlowStart{0, static_cast<std::int32_t>(count),
+                   ComputeFigures(values.first(count)).mean / median};
+}
+
+// Notes whether the whole runs of a graph are slow at first.
+void AddSlowStart(std::size_t log, const RunSeries& runs,
+                  std::int32_t num_warmup, std::vector<SlowStart>* slow_starts) {
+  const std::optional<std::size_t> whole_run = FindTimedRun(runs);
+  if (!whole_run) {
+    return;
+  }
+  std::optional<SlowStart> start =
+      FindSlowStart(CountedValues(runs.series[*whole_run].values, num_warmup));
+  if (!start) {
+    return;
+  }
+  start->log = log;
+  if (slow_starts->empty() || slow_starts->back().log != log) {
+    slow_starts->push_back(*start);
+  } else if (start->ratio > slow_starts->back().ratio) {
+    slow_starts->back() = *start;
+  }
+}
+
+}  // namespace
+
+void AddLog(std::size_t log, const std::vector<RunSeries>& all_runs,
+            std::int32_t num_warmup, Names* names, Side* side) {
+  KnownNames known;
+  for (const RunSeries& runs : all_runs) {
+    SideRuns& side_runs = side->runs[{runs.kind, runs.graph}];
+    ++side_runs.log_count;
+    side_runs.run_count += runs.run_count;
+    for (const Series& series : runs.series) {
+      if (series.level != Level::kPart) {
+        const std::string_view name = Intern(series.name, &known, names);
+        FindOrAdd(series, name, &side_runs)
+            .logs.push_back({log, ComputeFigures(CountedValues(series.values,
+                                                               num_warmup))});
+      }
+    }
+    AddSlowStart(log, runs, num_warmup, &side->slow_starts);
+  }
+}
+
+}  // namespace lumo

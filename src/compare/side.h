@@ -1,0 +1,91 @@
+// One side of a comparison: the series of a log, or of several logs.
+
+#ifndef LUMO_COMPARE_SIDE_H_
+#define LUMO_COMPARE_SIDE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "model/figures.h"
+#include "model/log_series.h"
+
+namespace lumo {
+
+// The names of the series of a comparison, each stored once, so that equal
+// names have equal addresses. They live as long as this set.
+using Names = std::set<std::string, std::less<>>;
+
+// The figures of a series in one of the logs of a side.
+struct LogFigures {
+  // The index of the log.
+  std::size_t log;
+  // Of the values after the warm-up, see CountedValues().
+  Figures figures;
+};
+
+// A series of a side. Series of different logs are one series if they agree in
+// kind, graph, level, unit, name and occurrence.
+struct SideSeries {
+  // kEvent or kOperation.
+  Level level;
+  // Points into Names.
+  std::string_view name;
+  // See UnitText().
+  std::string_view unit;
+  // Of the series in its log, see Series.
+  std::int32_t occurrence;
+  // The logs that have the series, in their order.
+  std::vector<LogFigures> logs;
+};
+
+// The series of one kind of run of one graph.
+struct SideRuns {
+  // How many logs have such runs, and how many runs they have.
+  std::int64_t log_count = 0;
+  std::int64_t run_count = 0;
+  // In the order of the first log that has them and of their places there.
+  std::vector<SideSeries> series;
+  // The index of each series, by level, unit, name and occurrence; the texts by
+  // their addresses.
+  std::map<std::tuple<Level, const char*, const char*, std::int32_t>,
+           std::size_t>
+      indices;
+};
+
+// A log whose whole runs are slow at first, see FindSlowStart().
+struct SlowStart {
+  // The index of the log.
+  std::size_t log;
+  // How many of the counted values of a graph are slow.
+  std::int32_t count;
+  // The mean of these values, divided by the median of all counted values.
+  double ratio;
+};
+
+struct Side {
+  // The argument of the program, a log or a folder, and the logs that it stands
+  // for.
+  std::string path;
+  std::vector<std::string> logs;
+  // By kind and graph.
+  std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs;
+  // At most one for each log, for the graph with the largest ratio.
+  std::vector<SlowStart> slow_starts;
+};
+
+// Adds the series of the log with this index, without its parts, to the side.
+// The figures exclude the first `num_warmup` values, 0 or more. Logs must be
+// added in their order; afterwards, the series of the log are not needed.
+void AddLog(std::size_t log, const std::vector<RunSeries>& all_runs,
+            std::int32_t num_warmup, Names* names, Side* side);
+
+}  // namespace lumo
+
+#endif  // LUMO_COMPARE_SIDE_H_
