@@ -39,7 +39,7 @@ constexpr int kTooSlow = 3;
 
 struct Options {
   std::int32_t num_warmup = 1;
-  double confidence = lumo::kDefaultConfidence;
+  std::optional<double> confidence = lumo::kDefaultConfidence;
   std::optional<double> max_slowdown;
   bool csv = false;
   std::string output;
@@ -49,39 +49,20 @@ struct Options {
 
 // Sets `options`. Returns the exit status, or nothing if the run continues.
 std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
-  std::optional<std::string> num_warmup;
-  std::optional<std::string> confidence;
-  std::optional<std::string> max_slowdown;
-  std::optional<std::string> output;
+  using lumo::Percentage;
   std::vector<std::string> logs;
-  if (const std::optional<int> status =
-          lumo::ParseCommandLine(kProgram, argc, argv,
-                                 {{"num_warmup", &num_warmup},
-                                  {"confidence", &confidence},
-                                  {"max_slowdown", &max_slowdown},
-                                  {"csv", &options->csv},
-                                  {"output", &output}},
-                                 2, &logs)) {
+  if (const std::optional<int> status = lumo::ParseCommandLine(
+          kProgram, argc, argv,
+          {{"num_warmup", &options->num_warmup},
+           {"confidence",
+            Percentage{&options->confidence, Percentage::kBetween0And100}},
+           {"max_slowdown",
+            Percentage{&options->max_slowdown, Percentage::kFrom0}},
+           {"csv", &options->csv},
+           {"output", &options->output}},
+          2, &logs)) {
     return status;
   }
-  if (num_warmup &&
-      !lumo::ParseWholeNumber(*num_warmup, &options->num_warmup)) {
-    return lumo::RejectArgument(kProgram, "--num_warmup", lumo::kWholeNumber,
-                                *num_warmup);
-  }
-  if (confidence &&
-      (!lumo::ParsePercentage(*confidence, &options->confidence) ||
-       options->confidence <= 0.0 || options->confidence >= 100.0)) {
-    return lumo::RejectArgument(kProgram, "--confidence",
-                                "a percentage above 0 and below 100",
-                                *confidence);
-  }
-  if (max_slowdown &&
-      !lumo::ParsePercentage(*max_slowdown, &options->max_slowdown.emplace())) {
-    return lumo::RejectArgument(kProgram, "--max_slowdown",
-                                "a percentage of 0 or more", *max_slowdown);
-  }
-  options->output = output.value_or("");
   if (logs.size() < 2 || logs[0].empty() || logs[1].empty()) {
     return lumo::RejectCommandLine(kProgram, "two logs are required");
   }
@@ -116,7 +97,7 @@ int main(int argc, char** argv) {
     return lumo::Fail(kProgram, error);
   }
   const std::vector<lumo::ComparedRuns> all_runs = lumo::CompareSeries(
-      before->series, after->series, options.num_warmup, options.confidence);
+      before->series, after->series, options.num_warmup, *options.confidence);
   const int status = lumo::WriteOutput(
       kProgram, options.output, {options.before, options.after}, "comparison",
       [&](std::ostream& stream) {
@@ -125,7 +106,7 @@ int main(int argc, char** argv) {
         } else {
           lumo::WriteComparison(stream, all_runs,
                                 {options.before, options.after,
-                                 options.num_warmup, options.confidence},
+                                 options.num_warmup, *options.confidence},
                                 UseColor(options.output));
         }
       });
