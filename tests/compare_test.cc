@@ -1,4 +1,4 @@
-// The figures and tests of a comparison, and the numbers of its command line.
+// The figures and tests of a comparison.
 
 #include <algorithm>
 #include <cstddef>
@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/options.h"
 #include "compare/compared_log.h"
 #include "compare/comparison.h"
 #include "compare/figures.h"
@@ -191,43 +190,6 @@ TEST(Comparison, HasTheFiguresOfTheReport) {
     for (const std::string& other : logs) {
       ExpectFiguresOfReport(log, other);
     }
-  }
-}
-
-TEST(CommandLine, RejectsNumbersWithOtherCharacters) {
-  const struct {
-    std::string text;
-    std::optional<std::int32_t> whole;
-    std::optional<double> percentage;
-  } kCases[] = {
-      {"0", 0, 0.0},
-      {"007", 7, 7.0},
-      {"2147483647", 2147483647, 2147483647.0},
-      {"2147483648", {}, 2147483648.0},
-      {"99.5", {}, 99.5},
-      {".5", {}, 0.5},
-      {"", {}, {}},
-      {"-1", {}, {}},
-      {"-0", {}, {}},
-      {"+1", {}, {}},
-      {" 1", {}, {}},
-      {"1 ", {}, {}},
-      {"5%", {}, {}},
-      {"1e2", {}, {}},
-      {"0x10", {}, {}},
-      {"inf", {}, {}},
-      {"nan", {}, {}},
-      {"1,5", {}, {}},
-  };
-  for (const auto& test : kCases) {
-    std::int32_t whole = -1;
-    double percentage = -1;
-    const bool is_whole = ParseWholeNumber(test.text, &whole);
-    const bool is_percentage = ParsePercentage(test.text, &percentage);
-    EXPECT_EQ(is_whole, test.whole.has_value()) << test.text;
-    EXPECT_EQ(is_percentage, test.percentage.has_value()) << test.text;
-    EXPECT_TRUE(!is_whole || whole == test.whole) << test.text;
-    EXPECT_TRUE(!is_percentage || percentage == test.percentage) << test.text;
   }
 }
 

@@ -1,4 +1,4 @@
-// Tables of cases for statistics, top lists, node ids and escaped names.
+// Tables of cases for statistics, top lists and node ids.
 
 #include <cmath>
 #include <cstdint>
@@ -13,7 +13,6 @@
 #include "model/event_series.h"
 #include "model/op_averages.h"
 #include "model/run_statistics.h"
-#include "text/escape.h"
 
 namespace lumo {
 namespace {
@@ -135,14 +134,6 @@ TEST(NodeId, IsTheFirstRunOfDigitsAfterThePrefix) {
   for (const auto& test : kCases) {
     EXPECT_EQ(ParseNodeId(test.name), test.want) << test.name.substr(0, 40);
   }
-}
-
-TEST(Printable, StaysOnOneLineOf200Bytes) {
-  constexpr std::string_view kText("a\nb\tc\\d\r\0\x1b[0m\x7f\xc3\xa9~", 17);
-  EXPECT_EQ(Printable(kText), "a\\nb\\tc\\\\d\\x0d\\x00\\x1b[0m\\x7f\xc3\xa9~");
-  const std::string longest(200, 'x');
-  EXPECT_EQ(Printable(longest), longest);
-  EXPECT_EQ(Printable(longest + "\n"), longest + "...");
 }
 
 }  // namespace

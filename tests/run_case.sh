@@ -6,8 +6,7 @@
 # CASE is a folder with these files:
 #   args.txt                the arguments, one per line
 #   NAME.json or NAME.bin   a log; the program runs in a folder with NAME.bin
-#   stdout.txt, stderr.txt  the expected output; if omitted, none; a line "[help]" in
-#                           stderr.txt stands for the text of --help
+#   stdout.txt, stderr.txt  the expected output; if omitted, none
 #   status.txt              the expected exit status; if omitted, 0
 #   report.txt, table.csv   the expected file; if omitted, no such file
 #   page.txt                the expected parts of page.html that depend on the logs
@@ -25,10 +24,6 @@ echo 0 >"$work/want/status.txt"
 for text in stdout.txt stderr.txt status.txt report.txt table.csv page.txt; do
   [ ! -f "$case/$text" ] || cp "$case/$text" "$work/want/"
 done
-if grep -qx '\[help]' "$work/want/stderr.txt"; then
-  "$program" --help >"$work/help.txt"
-  sed -i -e "/^\[help]$/{r $work/help.txt" -e 'd}' "$work/want/stderr.txt"
-fi
 for log in "$case"/*.bin "$case"/*.json; do
   case $log in
     *'*'*) ;; # no such log

@@ -7,11 +7,11 @@ source "$(dirname "$0")/work_folder.sh"
 command=("${run[@]::2}")  # without the log
 mkdir folder
 : >empty.bin
-mkfifo pipe.bin secret_pipe.bin
+mkfifo pipe secret_pipe && ln -s pipe pipe_link
 truncate -s 2147483647 huge.bin
 truncate -s 300M large.bin
 cp log.bin log_and_4_gib.bin && truncate -s +4G log_and_4_gib.bin
-cp log.bin secret.bin && chmod 0 secret.bin secret_pipe.bin
+cp log.bin secret.bin && chmod 0 secret.bin secret_pipe
 device null 3 && device zero 5
 
 # rejects LOG REASON COMMAND...: checks that the command rejects the log for that reason.
@@ -25,15 +25,21 @@ rejects() {
   fi
 }
 
-for log in folder empty.bin pipe.bin huge.bin log_and_4_gib.bin null zero; do
-  rejects $log 'Verify Profiling Log Buffer failed. The buffer might be ill-formatted' \
-    "${command[@]}" $log
+unverified='Verify Profiling Log Buffer failed. The buffer might be ill-formatted'
+for log in empty.bin huge.bin log_and_4_gib.bin; do
+  rejects $log "$unverified" "${command[@]}" $log
+done
+for pair in 'folder is a folder, not a log' 'pipe is a pipe, not a log' \
+  'pipe_link is a pipe, not a log' 'null is a device, not a log' 'zero is a device, not a log'; do
+  reason=${pair#* }
+  [ "$name" != lumo-profile-viewer ] || reason=$unverified
+  rejects "${pair%% *}" "$reason" "${command[@]}" "${pair%% *}"
 done
 for log in missing.bin missing/log.bin; do
   rejects $log 'cannot be opened: No such file or directory' "${command[@]}" $log
 done
 rejects log.bin/ 'cannot be opened: Not a directory' "${command[@]}" log.bin/
-for log in secret.bin secret_pipe.bin; do
+for log in secret.bin secret_pipe; do
   rejects $log 'cannot be opened: Permission denied' "${as_user[@]}" "${command[@]}" $log
 done
 [ "$name" != lumo-profile-viewer ] || exit "$failed"

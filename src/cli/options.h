@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -15,11 +14,21 @@
 
 namespace lumo {
 
-// A long option. A switch sets its flag; any other option takes an argument,
-// which is stored in its text.
+// The argument of an option: a decimal number without a sign or an exponent,
+// such as "5" or "99.5".
+struct Percentage {
+  enum Range { kFrom0, kBetween0And100 };  // the second excludes its bounds
+
+  std::optional<double>* number;
+  Range range;
+};
+
+// A long option. A switch sets its flag. Any other option takes an argument: a
+// text, a whole number from 0 to 2147483647 in decimal digits, or a percentage.
+// A variable keeps its value, the default, if its option is not given.
 struct Option {
   const char* name;
-  std::variant<bool*, std::optional<std::string>*> value;
+  std::variant<bool*, std::string*, std::int32_t*, Percentage> value;
 };
 
 // Parses the arguments in order. Adds those that are not options,
@@ -38,23 +47,6 @@ std::optional<int> ParseCommandLine(const Program& program, int argc,
                                     const std::vector<Option>& options,
                                     std::size_t max_operands,
                                     std::vector<std::string>* operands);
-
-// What ParseWholeNumber() accepts, for RejectArgument().
-inline constexpr std::string_view kWholeNumber =
-    "a whole number from 0 to 2147483647";
-
-// Returns whether `text` has only decimal digits and is at most 2147483647, and
-// sets `number` to it.
-bool ParseWholeNumber(std::string_view text, std::int32_t* number);
-
-// Returns whether `text` is a decimal number without a sign, such as "5" or
-// "99.5", and sets `percentage` to it.
-bool ParsePercentage(std::string_view text, double* percentage);
-
-// Rejects the argument `text` of an option with the message "OPTION takes
-// ARGUMENT, not [TEXT]" and the usage text. Returns kWrongCommandLine.
-int RejectArgument(const Program& program, std::string_view option,
-                   std::string_view argument, std::string_view text);
 
 }  // namespace lumo
 

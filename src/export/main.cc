@@ -28,8 +28,8 @@ constexpr lumo::Program kProgram = {
 int main(int argc, char** argv) {
   lumo::PrepareProcess();
 
-  std::optional<std::string> input;
-  std::optional<std::string> output;
+  std::string input;
+  std::string output;
   std::vector<std::string> operands;
   if (const std::optional<int> status = lumo::ParseCommandLine(
           kProgram, argc, argv,
@@ -37,16 +37,16 @@ int main(int argc, char** argv) {
           &operands)) {
     return *status;
   }
-  if (input.value_or("").empty()) {
+  if (input.empty()) {
     return lumo::RejectCommandLine(kProgram,
                                    "--input_profile_data is required");
   }
   std::string error;
-  const std::optional<lumo::Log> log = lumo::LoadLog(*input, &error);
+  const std::optional<lumo::Log> log = lumo::LoadLog(input, &error);
   if (!log) {
     return lumo::Fail(kProgram, error);
   }
-  return lumo::WriteOutput(kProgram, output.value_or(""), {*input}, "table",
+  return lumo::WriteOutput(kProgram, output, {input}, "table",
                            [&log](std::ostream& stream) {
                              lumo::WriteEventTable(stream, *log->root);
                            });

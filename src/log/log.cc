@@ -3,9 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <memory>
-#include <system_error>
 #include <utility>
 
 #include <sys/stat.h>
@@ -30,6 +28,14 @@ constexpr std::uint64_t kMaxLogSize = FLATBUFFERS_MAX_BUFFER_SIZE - 1;
 bool IsUnchanged(const struct stat& a, const struct stat& b) {
   return a.st_size == b.st_size && a.st_mtim.tv_sec == b.st_mtim.tv_sec &&
          a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
+// Returns LogFile::other_type.
+std::string DescribeOtherType(mode_t mode) {
+  return S_ISDIR(mode)    ? "a folder"
+         : S_ISFIFO(mode) ? "a pipe"
+         : S_ISCHR(mode)  ? "a device"
+                          : "";
 }
 
 // Sets `bytes` to the content of the file, or to nothing if it cannot be a log.
@@ -66,9 +72,12 @@ std::string ReadWhole(std::FILE* file, std::vector<std::uint8_t>* bytes) {
 
 LogFile ReadLogFile(const std::string& path) {
   LogFile log;
+  struct stat status = {};
+  if (stat(path.c_str(), &status) == 0) {
+    log.other_type = DescribeOtherType(status.st_mode);
+  }
   // Opening a named pipe would wait for a writer that may never come.
-  std::error_code ignored;
-  if (std::filesystem::is_fifo(path, ignored)) {
+  if (S_ISFIFO(status.st_mode)) {
     if (access(path.c_str(), R_OK) != 0) {
       log.open_error = std::strerror(errno);
     }
@@ -104,6 +113,8 @@ std::optional<Log> LoadLog(const std::string& path, std::string* error) {
     *error = "cannot be opened: " + file.open_error;
   } else if (!file.read_error.empty()) {
     *error = "cannot be read whole: " + file.read_error;
+  } else if (!file.other_type.empty()) {
+    *error = "is " + file.other_type + ", not a log";
   } else {
     root = VerifyLog(file.bytes, error);
   }

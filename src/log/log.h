@@ -16,8 +16,11 @@ namespace lumo {
 // The result of reading a file.
 struct LogFile {
   // As many bytes as the file had when it was opened. Empty if the file cannot
-  // be a log: a pipe, a folder, or 2147483647 bytes or more.
+  // be a log: it has another type, or 2147483647 bytes or more.
   std::vector<std::uint8_t> bytes;
+  // "a folder", "a pipe" or "a device", which is a character device. Empty for
+  // a file or a block device, which may contain a log.
+  std::string other_type;
   // Why the file could not be opened; empty if it could.
   std::string open_error;
   // Why `bytes` may differ from the content of the file: a read failed or
@@ -62,8 +65,8 @@ struct Log {
 };
 
 // Returns the log at `path`. Returns nothing, with a message that names the
-// path in `error`, if it cannot be opened, cannot be read whole, or is not a
-// well-formed log, see VerifyLog().
+// path in `error`, if it cannot be opened, cannot be read whole, is a folder, a
+// pipe or a device, or is not a well-formed log, see VerifyLog().
 std::optional<Log> LoadLog(const std::string& path, std::string* error);
 
 }  // namespace lumo

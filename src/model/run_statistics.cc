@@ -50,7 +50,7 @@ bool CheckRunCounts(const std::vector<EventSeriesMap>& series,
       if (event.values.size() < static_cast<std::size_t>(num_warmup)) {
         *error = "Number of Warmup: " + std::to_string(num_warmup) +
                  " > Number of Runs " + std::to_string(event.values.size()) +
-                 " of event [" + Printable(key.name) + "] of graph " +
+                 " of event [" + EscapeAsciiControls(key.name) + "] of graph " +
                  std::to_string(graph_position) + ".";
         return false;
       }

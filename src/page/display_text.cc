@@ -18,51 +18,14 @@ std::string ReplaceInvalid(std::string_view bytes) {
   return json::parse(text).get<std::string>();
 }
 
-// Returns `text` with U+202A to U+202E and U+2066 to U+2069 escaped: they
-// change the direction of the text after them and could disguise a name.
-std::string EscapeDirections(std::string_view text) {
-  std::string escaped;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::string_view start = text.substr(i, 2);
-    const char last = i + 2 < text.size() ? text[i + 2] : '\0';
-    const bool is_embedding =
-        start == "\xE2\x80" && last >= '\xAA' && last <= '\xAE';
-    const bool is_isolate =
-        start == "\xE2\x81" && last >= '\xA6' && last <= '\xA9';
-    if (is_embedding || is_isolate) {
-      escaped += is_embedding ? "\\u202" : "\\u206";
-      escaped += "0123456789abcdef"[static_cast<unsigned char>(last) % 16];
-      i += 2;
-    } else {
-      escaped += text[i];
-    }
-  }
-  return escaped;
-}
-
-// Returns how many bytes of a text are shown. A character of up to four bytes
-// that would be truncated is omitted.
-std::size_t ShownSize(std::string_view bytes) {
-  constexpr std::size_t kMaxBytes = 1000;
-  if (bytes.size() <= kMaxBytes) {
-    return bytes.size();
-  }
-  for (std::size_t size = kMaxBytes; size > kMaxBytes - 4; --size) {
-    const bool is_inside_character =
-        (static_cast<unsigned char>(bytes[size]) & 0xC0U) == 0x80U;
-    if (!is_inside_character) {
-      return size;
-    }
-  }
-  return kMaxBytes;
-}
-
 }  // namespace
 
 DisplayText MakeDisplayText(std::string_view bytes) {
-  const std::string_view shown = bytes.substr(0, ShownSize(bytes));
+  constexpr std::size_t kLongest = 1000;
+  const std::string_view shown =
+      bytes.substr(0, TruncatedSize(bytes, kLongest));
   const std::string valid = ReplaceInvalid(shown);
-  DisplayText text = {EscapeDirections(EscapeControls(valid)), ""};
+  DisplayText text = {EscapeControls(valid), ""};
   if (bytes.empty()) {
     text.note = "empty";
   } else if (valid != shown) {

@@ -10,11 +10,9 @@ namespace lumo {
 
 // A text that a browser can show.
 struct DisplayText {
-  // Valid UTF-8 without ASCII control characters, and without the characters
-  // that change the direction of text: all of these, and the backslash, are
-  // escaped, as in "\n" or "\u202e". Bytes that are not UTF-8 are replaced by
-  // U+FFFD. A text of more than 1,000 bytes is truncated after a character, and
-  // "..." is appended.
+  // Valid UTF-8, escaped with EscapeControls(). Bytes that are not UTF-8 are
+  // replaced by U+FFFD. A text of more than 1,000 bytes is truncated after a
+  // character, and "..." is appended.
   std::string text;
   // A note about the text: "not valid UTF-8", "the first 1000 of 5000 bytes",
   // both, or "empty". Usually there is none.

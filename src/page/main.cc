@@ -58,19 +58,13 @@ void WritePage(std::ostream& stream, const lumo::Page& page) {
 int main(int argc, char** argv) {
   lumo::PrepareProcess();
 
-  std::optional<std::string> num_warmup_text;
-  std::optional<std::string> output;
+  std::int32_t num_warmup = 1;
+  std::string output;
   std::vector<std::string> paths;
   if (const std::optional<int> status = lumo::ParseCommandLine(
           kProgram, argc, argv,
-          {{"num_warmup", &num_warmup_text}, {"output", &output}}, 2, &paths)) {
+          {{"num_warmup", &num_warmup}, {"output", &output}}, 2, &paths)) {
     return *status;
-  }
-  std::int32_t num_warmup = 1;
-  if (num_warmup_text &&
-      !lumo::ParseWholeNumber(*num_warmup_text, &num_warmup)) {
-    return lumo::RejectArgument(kProgram, "--num_warmup", lumo::kWholeNumber,
-                                *num_warmup_text);
   }
   if (paths.empty() || std::count(paths.begin(), paths.end(), "") > 0) {
     return lumo::RejectCommandLine(kProgram, "a log is required");
@@ -92,6 +86,6 @@ int main(int argc, char** argv) {
                                     std::to_string(kMaxSeries));
   }
   return lumo::WriteOutput(
-      kProgram, output.value_or(""), paths, "page",
+      kProgram, output, paths, "page",
       [&page](std::ostream& stream) { WritePage(stream, page); });
 }

@@ -42,7 +42,7 @@ bool ReportBadInteger(const Console& console, const std::string& name,
                       const std::string& text) {
   return ReportError(console, "Option " + name +
                                   " takes a 32-bit integer, not [" +
-                                  Printable(text) + "].");
+                                  EscapeAsciiControls(text) + "].");
 }
 
 // The wording and the tabs are fixed.

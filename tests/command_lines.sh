@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Runs the command lines of a program in command_lines.txt, in an empty folder, and compares
+# what they print. They must not create files.
+#
+#   command_lines.sh PROGRAM
+set -u
+export LC_ALL=C
+program=$(realpath "$1") name=${1##*/}
+list=$(realpath "$(dirname "$0")")/command_lines.txt
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkdir "$work/run" && cd "$work/run" || exit 1
+help=$("$program" --help)
+
+# show MARK: copies standard input, with the mark before each line.
+show() {
+  local text
+  text=$(cat && echo .) && text=${text%.}
+  printf '%s' "${text//"$help"/[help]}" | sed "s/^/$1/"
+}
+
+# Keep the command lines and comments of the program, and print the actual outputs.
+while IFS= read -r line; do
+  case $line in
+    '$ '*) is_own='' && [[ $line != "\$ $name"* ]] || is_own=1 ;;
+  esac
+  [ -z "$is_own" ] || printf '%s\n' "$line" >>"$work/wanted"
+  [[ $is_own && $line = '$ '* ]] || continue
+  status=0
+  eval "arguments=(${line#'$ '"$name"})"
+  (exec -c -a "$name" "$program" "${arguments[@]}") >"$work/out" 2>"$work/err" </dev/null ||
+    status=$?
+  {
+    printf '%s\n' "$line"
+    show '' <"$work/out"
+    show '! ' <"$work/err"
+    [ "$status" = 0 ] || echo "= $status"
+  } >>"$work/actual"
+done < <(sed '/^#/d; /^$/d' "$list")
+[ -z "$(ls -A)" ] || { echo "created: $(ls -A)" && exit 1; }
+diff -a -U 3 --label command_lines.txt --label actual "$work/wanted" "$work/actual"
