@@ -41,8 +41,8 @@ void AppendPairs(Items before, Items after, IndexPair first,
       Step step = below >= right ? Step::kSkipBefore : Step::kSkipAfter;
       scores[j] = std::max(below, right);
       if (before[i].group == after[j].group) {
-        const std::int64_t score = diagonal + kPairScore +
-                                   (before[i].exact == after[j].exact ? 1 : 0);
+        const std::int64_t score =
+            diagonal + kPairScore + (before[i].exact == after[j].exact ? 1 : 0);
         if (score >= scores[j]) {
           step = Step::kPair;
           scores[j] = score;

@@ -76,9 +76,8 @@ void SetVerdicts(double confidence, Comparison* comparison) {
   std::vector<double> p_values;
   for (Block& block : comparison->blocks) {
     for (SeriesPair& pair : block.pairs) {
-      if (const std::optional<TTest> test =
-              TestMeans(pair.figures_before, pair.figures_after,
-                        comparison->sample)) {
+      if (const std::optional<TTest> test = TestMeans(
+              pair.figures_before, pair.figures_after, comparison->sample)) {
         tested.emplace_back(&pair, *test);
         p_values.push_back(test->p);
       }
@@ -116,13 +115,12 @@ void SortPairs(std::vector<SeriesPair>* pairs) {
     const bool has_means =
         pair.figures_before.n > 0 && pair.figures_after.n > 0;
     const double difference =
-        !has_means ? -1.0
-                   : std::abs(pair.figures_after.mean -
-                              pair.figures_before.mean);
-    return std::tuple(pair.before == nullptr, is_one_sided, !IsDifferent(pair),
-                      level,
-                      is_one_sided || level == Level::kEvent ? 0.0
-                                                             : -difference);
+        !has_means
+            ? -1.0
+            : std::abs(pair.figures_after.mean - pair.figures_before.mean);
+    return std::tuple(
+        pair.before == nullptr, is_one_sided, !IsDifferent(pair), level,
+        is_one_sided || level == Level::kEvent ? 0.0 : -difference);
   };
   std::stable_sort(pairs->begin(), pairs->end(),
                    [&key_of](const SeriesPair& a, const SeriesPair& b) {
@@ -185,7 +183,8 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
   }
   for (const auto& key : keys) {
     const auto& [kind, graph] = key;
-    Block block = {kind, graph, FindRuns(before, key), FindRuns(after, key), {}};
+    Block block = {
+        kind, graph, FindRuns(before, key), FindRuns(after, key), {}};
     const std::optional<std::vector<PairedSeries>> paired =
         ignore_node_ids ? PairByBareName(block.before, block.after)
                         : PairByName(block.before, block.after);
@@ -209,8 +208,8 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
   return comparison;
 }
 
-std::optional<std::int64_t> CountHiddenPairs(const Comparison& comparison) {
-  std::int64_t hidden = 0;
+std::optional<std::int64_t> CountFewerAlone(const Comparison& comparison) {
+  std::int64_t fewer = 0;
   for (const Block& block : comparison.blocks) {
     std::int64_t only_before = 0;
     std::int64_t only_after = 0;
@@ -225,10 +224,11 @@ std::optional<std::int64_t> CountHiddenPairs(const Comparison& comparison) {
     if (!paired) {
       return std::nullopt;
     }
-    hidden += static_cast<std::int64_t>(block.pairs.size()) -
-              static_cast<std::int64_t>(paired->size());
+    // A pair takes the place of two series.
+    fewer += 2 * (static_cast<std::int64_t>(block.pairs.size()) -
+                  static_cast<std::int64_t>(paired->size()));
   }
-  return hidden;
+  return fewer;
 }
 
 }  // namespace lumo

@@ -104,10 +104,10 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
                                        double confidence, bool ignore_node_ids,
                                        std::string* error);
 
-// Returns how many fewer operations would be without a counterpart if the sides
-// were compared with `ignore_node_ids`; nothing if that fails. The sides are
-// those of the comparison, which was made without it.
-std::optional<std::int64_t> CountHiddenPairs(const Comparison& comparison);
+// Returns how many fewer series would be on one side only if the sides of this
+// comparison were compared with `ignore_node_ids`; negative if there would be
+// more, because operations have moved. Nothing if that fails.
+std::optional<std::int64_t> CountFewerAlone(const Comparison& comparison);
 
 }  // namespace lumo
 

@@ -40,11 +40,9 @@ std::string DeviationCell(const Figures& figures) {
 
 Cells MakeCells(const SeriesPair& pair) {
   return {CountCell(pair.before, pair.figures_before),
-          MeanCell(pair.figures_before),
-          DeviationCell(pair.figures_before),
+          MeanCell(pair.figures_before), DeviationCell(pair.figures_before),
           CountCell(pair.after, pair.figures_after),
-          MeanCell(pair.figures_after),
-          DeviationCell(pair.figures_after),
+          MeanCell(pair.figures_after), DeviationCell(pair.figures_after),
           pair.change_percent ? ChangeText(*pair.change_percent) : "",
           pair.interval ? IntervalText(*pair.interval) : "",
           pair.p_adjusted ? SignificantText(*pair.p_adjusted, 2) : "",
@@ -194,9 +192,9 @@ std::string LabelOf(const SeriesPair& pair) {
       label += "→" + Printable(after);
     }
   }
-  return pair.is_repeated ? label + " (occurrence " +
-                                std::to_string(series.occurrence) + ")"
-                          : label;
+  return pair.is_repeated
+             ? label + " (occurrence " + std::to_string(series.occurrence) + ")"
+             : label;
 }
 
 std::string IntervalText(const Interval& interval) {

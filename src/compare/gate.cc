@@ -38,10 +38,9 @@ std::vector<Slowdown> FindSlowdowns(const Comparison& comparison,
       }
     }
   }
-  std::stable_sort(slowdowns.begin(), slowdowns.end(),
-                   [](const Slowdown& a, const Slowdown& b) {
-                     return a.rise > b.rise;
-                   });
+  std::stable_sort(
+      slowdowns.begin(), slowdowns.end(),
+      [](const Slowdown& a, const Slowdown& b) { return a.rise > b.rise; });
   return slowdowns;
 }
 

@@ -96,8 +96,7 @@ int Write(const Options& options, const std::vector<lumo::Side>& sides,
     logs.insert(logs.end(), side.logs.begin(), side.logs.end());
   }
   return lumo::WriteOutput(
-      kProgram, options.output, logs, "comparison",
-      [&](std::ostream& stream) {
+      kProgram, options.output, logs, "comparison", [&](std::ostream& stream) {
         if (options.csv) {
           lumo::WriteComparisonRows(stream, comparison);
           return;

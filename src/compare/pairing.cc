@@ -36,16 +36,15 @@ const SideSeries* FindSame(const SideSeries& series, const SideRuns* runs) {
   if (runs == nullptr) {
     return nullptr;
   }
-  const auto entry = runs->indices.find({series.level, series.unit.data(),
-                                         series.name.data(),
-                                         series.occurrence});
-  return entry == runs->indices.end() ? nullptr
-                                      : &runs->series[entry->second];
+  const auto entry =
+      runs->indices.find({series.level, series.unit.data(), series.name.data(),
+                          series.occurrence});
+  return entry == runs->indices.end() ? nullptr : &runs->series[entry->second];
 }
 
 // A number for each text.
-using Numbers = std::map<std::pair<std::string_view, std::string_view>,
-                         std::size_t>;
+using Numbers =
+    std::map<std::pair<std::string_view, std::string_view>, std::size_t>;
 
 std::size_t NumberOf(std::string_view unit, std::string_view name,
                      Numbers* numbers) {

@@ -52,8 +52,9 @@ std::optional<SlowStart> FindSlowStart(std::span<const std::uint64_t> values) {
   }
   const double limit =
       std::max(1.05 * median, median + 10 * 1.4826 * Median(deviations));
-  const auto end = std::find_if(numbers.begin(), numbers.end(),
-                                [limit](double number) { return number <= limit; });
+  const auto end =
+      std::find_if(numbers.begin(), numbers.end(),
+                   [limit](double number) { return number <= limit; });
   const auto count = static_cast<std::size_t>(end - numbers.begin());
   if (count == 0) {
     return std::nullopt;
@@ -64,7 +65,8 @@ std::optional<SlowStart> FindSlowStart(std::span<const std::uint64_t> values) {
 
 // Notes whether the whole runs of a graph are slow at first.
 void AddSlowStart(std::size_t log, const RunSeries& runs,
-                  std::int32_t num_warmup, std::vector<SlowStart>* slow_starts) {
+                  std::int32_t num_warmup,
+                  std::vector<SlowStart>* slow_starts) {
   const std::optional<std::size_t> whole_run = FindTimedRun(runs);
   if (!whole_run) {
     return;

@@ -19,8 +19,7 @@ double VarianceOf(const Figures& figures) {
 
 TTest MakeTest(const Figures& before, const Figures& after, double v_before,
                double v_after, double freedom) {
-  const double t =
-      (before.mean - after.mean) / std::sqrt(v_before + v_after);
+  const double t = (before.mean - after.mean) / std::sqrt(v_before + v_after);
   const double tail = boost::math::cdf(students_t(freedom), -std::abs(t));
   return {2.0 * tail, v_before, v_after, freedom};
 }
@@ -48,9 +47,9 @@ TTest TestByWelch(const Figures& before, const Figures& after) {
 std::optional<TTest> TestMeans(const Figures& before, const Figures& after,
                                Sample sample) {
   const std::int32_t fewest = std::min(before.n, after.n);
-  const bool is_large_enough =
-      sample == Sample::kRuns ? fewest >= 2
-                              : fewest >= 1 && before.n + after.n >= 3;
+  const bool is_large_enough = sample == Sample::kRuns
+                                   ? fewest >= 2
+                                   : fewest >= 1 && before.n + after.n >= 3;
   if (!is_large_enough) {
     return std::nullopt;
   }
@@ -80,8 +79,8 @@ void AdjustByHolm(std::vector<double>* p_values) {
 }
 
 std::optional<Interval> ComputeInterval(const Figures& before,
-                                        const Figures& after,
-                                        const TTest& test, double alpha) {
+                                        const Figures& after, const TTest& test,
+                                        double alpha) {
   const double q = boost::math::quantile(
       boost::math::complement(students_t(test.freedom), alpha / 2.0));
   const double m1 = before.mean;
@@ -90,8 +89,7 @@ std::optional<Interval> ComputeInterval(const Figures& before,
   if (m1 == 0.0 || d <= 0.0) {
     return std::nullopt;
   }
-  const double half =
-      q * std::sqrt(test.v_after * d + m2 * m2 * test.v_before);
+  const double half = q * std::sqrt(test.v_after * d + m2 * m2 * test.v_before);
   const auto bound = [&](double ratio) {
     return std::max(-100.0, 100.0 * (ratio / d - 1.0));
   };

@@ -65,8 +65,8 @@ struct Interval {
 // theorem. Nothing if it has no bounds, because the mean before is 0 or differs
 // too little from 0. No bound is below -100.
 std::optional<Interval> ComputeInterval(const Figures& before,
-                                        const Figures& after,
-                                        const TTest& test, double alpha);
+                                        const Figures& after, const TTest& test,
+                                        double alpha);
 
 }  // namespace lumo
 
