@@ -24,10 +24,9 @@ bool HasLogName(std::string_view name) {
 
 bool IsFolder(const struct stat& status) { return S_ISDIR(status.st_mode); }
 
-// Appends the paths of everything below `folder` that has the name of a log.
-// Returns false, with a message in `error`, if a folder cannot be read.
-bool AppendNamed(const std::string& folder, std::vector<std::string>* paths,
-                 std::string* error) {
+// Appends everything below `folder` that has the name of a log, and the folders
+// that cannot be read.
+void AppendNamed(const std::string& folder, std::vector<FoundLog>* found) {
   std::vector<std::string> subfolders;
   std::error_code failure;
   fs::directory_iterator entry(folder, failure);
@@ -38,53 +37,63 @@ bool AppendNamed(const std::string& folder, std::vector<std::string>* paths,
     if (lstat(path.c_str(), &status) == 0 && IsFolder(status)) {
       subfolders.push_back(path);
     } else if (HasLogName(entry->path().filename().native())) {
-      paths->push_back(path);
+      found->push_back({path, ""});
     }
   }
   if (failure) {
-    *error = Printable(folder) + ": cannot be read: " + failure.message();
-    return false;
+    found->push_back(
+        {folder, Printable(folder) + ": cannot be read: " + failure.message()});
   }
-  return std::all_of(subfolders.begin(), subfolders.end(),
-                     [&](const std::string& subfolder) {
-                       return AppendNamed(subfolder, paths, error);
-                     });
+  for (const std::string& subfolder : subfolders) {
+    AppendNamed(subfolder, found);
+  }
 }
 
 }  // namespace
 
-std::optional<std::vector<std::string>> FindLogs(const std::string& path,
-                                                 std::string* error) {
+std::vector<FoundLog> FindEachLog(const std::string& path) {
   struct stat status = {};
   if (stat(path.c_str(), &status) != 0 || !IsFolder(status)) {
-    return std::vector<std::string>{path};
+    return {{path, ""}};
   }
-  std::vector<std::string> named;
-  if (!AppendNamed(path, &named, error)) {
-    return std::nullopt;
-  }
-  std::sort(named.begin(), named.end());
-  std::vector<std::string> logs;
+  std::vector<FoundLog> named;
+  AppendNamed(path, &named);
+  std::sort(
+      named.begin(), named.end(),
+      [](const FoundLog& a, const FoundLog& b) { return a.path < b.path; });
+  std::vector<FoundLog> found;
   std::set<std::pair<dev_t, ino_t>> files;
-  for (const std::string& log : named) {
-    if (stat(log.c_str(), &status) != 0) {
-      *error = Printable(log) + ": cannot be opened: " + std::strerror(errno);
-      return std::nullopt;
-    }
-    if (IsFolder(status)) {
+  for (FoundLog& log : named) {
+    if (!log.error.empty()) {
+      // A folder.
+    } else if (stat(log.path.c_str(), &status) != 0) {
+      log.error =
+          Printable(log.path) + ": cannot be opened: " + std::strerror(errno);
+    } else if (IsFolder(status)) {
       continue;  // a symbolic link
+    } else if (!S_ISREG(status.st_mode)) {
+      log.error = Printable(log.path) + ": is not a regular file";
+    } else if (!files.emplace(status.st_dev, status.st_ino).second) {
+      continue;
     }
-    if (!S_ISREG(status.st_mode)) {
-      *error = Printable(log) + ": is not a regular file";
+    found.push_back(std::move(log));
+  }
+  if (found.empty()) {
+    found.push_back({path, Printable(path) + ": the folder has no logs (files "
+                                             "named *.bin)"});
+  }
+  return found;
+}
+
+std::optional<std::vector<std::string>> FindLogs(const std::string& path,
+                                                 std::string* error) {
+  std::vector<std::string> logs;
+  for (FoundLog& log : FindEachLog(path)) {
+    if (!log.error.empty()) {
+      *error = std::move(log.error);
       return std::nullopt;
     }
-    if (files.emplace(status.st_dev, status.st_ino).second) {
-      logs.push_back(log);
-    }
-  }
-  if (logs.empty()) {
-    *error = Printable(path) + ": the folder has no logs (files named *.bin)";
-    return std::nullopt;
+    logs.push_back(std::move(log.path));
   }
   return logs;
 }
