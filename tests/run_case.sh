@@ -5,7 +5,8 @@
 #
 # CASE is a folder with these files:
 #   args.txt                the arguments, one per line
-#   NAME.json or NAME.bin   a log; the program runs in a folder with NAME.bin
+#   NAME.json or NAME.bin   a log; the program runs in a folder with NAME.bin. Logs may
+#                           be in subfolders.
 #   stdout.txt, stderr.txt  the expected output; if omitted, none
 #   status.txt              the expected exit status; if omitted, 0
 #   report.txt, table.csv   the expected file; if omitted, no such file
@@ -24,13 +25,14 @@ echo 0 >"$work/want/status.txt"
 for text in stdout.txt stderr.txt status.txt report.txt table.csv page.txt; do
   [ ! -f "$case/$text" ] || cp "$case/$text" "$work/want/"
 done
-for log in "$case"/*.bin "$case"/*.json; do
+while IFS= read -r -d '' log; do
+  folder=$work/run/$(dirname "${log#"$case"/}")
+  mkdir -p "$folder"
   case $log in
-    *'*'*) ;; # no such log
-    *.bin) cp "$log" "$work/run/" ;;
-    *) "$flatc" -b --allow-non-utf8 -o "$work/run" "$schema" "$log" ;;
+    *.bin) cp "$log" "$folder/" ;;
+    *) "$flatc" -b --allow-non-utf8 -o "$folder" "$schema" "$log" ;;
   esac
-done
+done < <(find "$case" '(' -name '*.bin' -o -name '*.json' ')' -print0)
 mapfile -t args <"$case/args.txt"
 
 status=0

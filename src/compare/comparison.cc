@@ -41,7 +41,7 @@ SeriesPair MakePair(const PairedSeries& paired, Sample sample) {
   const Figures& before = pair.figures_before;
   const Figures& after = pair.figures_after;
   if (before.n > 0 && after.n > 0 && before.mean != 0.0) {
-    pair.change_percent = (after.mean - before.mean) / before.mean * 100.0;
+    pair.change_percent = 100.0 * (after.mean - before.mean) / before.mean;
   }
   pair.verdict = pair.before == nullptr  ? Verdict::kOnlyAfter
                  : pair.after == nullptr ? Verdict::kOnlyBefore

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace lumo {
 namespace {
@@ -40,9 +41,14 @@ std::string CountText(std::int64_t count, std::string_view noun) {
 }
 
 std::string ShortestText(double number) {
+  // Otherwise 1000000 would be "1e+06". Larger numbers have more digits before
+  // the point than they need.
+  constexpr double kLargestFixed = 1e15;
   Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  const auto written = std::to_chars(
+      digits.data(), digits.data() + digits.size(), number,
+      std::abs(number) < kLargestFixed ? std::chars_format::fixed
+                                       : std::chars_format::general);
   return {digits.data(), written.ptr};
 }
 

@@ -23,7 +23,8 @@ std::string SignificantText(double number, int precision);
 // Returns a number of things, such as "1 run" or "3 runs" for the noun "run".
 std::string CountText(std::int64_t count, std::string_view noun);
 
-// Returns `number` with the fewest digits that read back to the same double.
+// Returns `number` with the fewest digits that read back to the same double, and
+// without an exponent below 1e15.
 std::string ShortestText(double number);
 
 }  // namespace lumo
