@@ -16,7 +16,7 @@ namespace lumo {
 namespace {
 
 constexpr std::string_view kColumns =
-    "message,kind,graph_index,run,backend,timestamp,event,parent,level,"
+    "message,kind,graph_index,run,backend,timestamp,event,parent,depth,"
     "position,name,type,value,unit,node_id\n";
 
 // Appends the name of the type or, if it has none, its number.
@@ -43,9 +43,9 @@ struct Table {
 
 // Writes the rows of `events`, which may be null, and of their sub-events.
 // `parent` is the number of the enclosing event; empty at the top level, which
-// is level 0.
+// has the depth 0.
 void WriteEvents(const EventVector* events, const std::string& parent,
-                 int level, Table* table) {
+                 int depth, Table* table) {
   const std::size_t size = flatbuffers::VectorLength(events);
   for (flatbuffers::uoffset_t i = 0; i < size && table->stream.good(); ++i) {
     const ProfilingEvent& event = *events->Get(i);
@@ -55,7 +55,7 @@ void WriteEvents(const EventVector* events, const std::string& parent,
     row = table->message_columns;
     row += number + ',';
     row += parent + ',';
-    row += std::to_string(level) + ',' + std::to_string(i) + ',';
+    row += std::to_string(depth) + ',' + std::to_string(i) + ',';
     AppendCsvField(name, &row);
     row += ',';
     AppendType(event.type(), &row);
@@ -67,7 +67,7 @@ void WriteEvents(const EventVector* events, const std::string& parent,
     }
     row += '\n';
     table->stream << row;
-    WriteEvents(event.sub_events(), number, level + 1, table);
+    WriteEvents(event.sub_events(), number, depth + 1, table);
   }
 }
 
