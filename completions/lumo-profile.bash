@@ -15,7 +15,7 @@ _lumo_profile() {
   case $option in
     --i* | --o*) files=1 ;;
     --t* | --n* | --co* | --m*) return ;; # any number
-    *) [[ $1 == *@(compare|page) && $current != -* ]] && files=1 ;;
+    *) [[ $1 == *@(compare|export|page) && $current != -* ]] && files=1 ;;
   esac
   if [[ $files ]]; then
     compopt -o filenames -o default 2>/dev/null

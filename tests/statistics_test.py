@@ -18,7 +18,7 @@ import random_logs
 
 EXPORT, FLATC, SCHEMA, LOGS = (os.path.realpath(path) for path in sys.argv[1:])
 # Parts of the paths of the logs that are not well-formed, and the message about them.
-DAMAGED = "string_without_end", "values_not_aligned", "export_damaged_log"
+DAMAGED = "string_without_end", "values_not_aligned", "export_damaged_log", "several_logs/a.bin"
 ILL_FORMATTED = "Verify Profiling Log Buffer failed. The buffer might be ill-formatted"
 
 

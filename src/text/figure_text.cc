@@ -52,11 +52,4 @@ std::string ShortestText(double number) {
   return {digits.data(), written.ptr};
 }
 
-std::string ShortestText(double number) {
-  Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number);
-  return {digits.data(), written.ptr};
-}
-
 }  // namespace lumo

@@ -27,9 +27,6 @@ std::string CountText(std::int64_t count, std::string_view noun);
 // without an exponent below 1e15.
 std::string ShortestText(double number);
 
-// Returns `number` with the fewest digits that read back to the same double.
-std::string ShortestText(double number);
-
 }  // namespace lumo
 
 #endif  // LUMO_TEXT_FIGURE_TEXT_H_
