@@ -1,76 +1,202 @@
-// The figures and tests of a comparison.
+// The figures and tests of a comparison, and the alignment of lists.
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <limits>
 #include <optional>
-#include <sstream>
+#include <random>
+#include <span>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "compare/compared_log.h"
-#include "compare/comparison.h"
-#include "compare/figures.h"
+#include "compare/alignment.h"
+#include "compare/t_test.h"
+#include "input/input_log.h"
 #include "model/event_series.h"
-#include "model/message_groups.h"
-#include "run_viewer.h"
-#include "text/figure_text.h"
+#include "model/figures.h"
+#include "model/log_series.h"
+#include "model/run_statistics.h"
 
 namespace lumo {
 namespace {
 
-// The expected values are the output of
-//   t.test(c(...), c(...))$p.value
-// in R 4.2 with 12 digits. The means are exact as floats, so that the results
-// differ only by the rounding of the deviations.
-TEST(WelchTest, GivesThePValuesOfR) {
-  std::vector<float> steps_of_7(210);
-  std::vector<float> steps_of_11(297);
-  for (std::size_t i = 0; i < steps_of_11.size(); ++i) {
-    steps_of_7[i % 210] = 1000.0F + static_cast<float>(i % 210 % 7);
-    steps_of_11[i] = 1000.0F + static_cast<float>(i % 11);
-  }
+using Values = std::vector<std::uint64_t>;
+
+Figures FiguresOf(const Values& values) {
+  return ComputeFigures(std::span<const std::uint64_t>(values));
+}
+
+// A sum in a double or in 64 bits would be wrong.
+TEST(Figures, AreExact) {
+  constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
+  constexpr std::uint64_t k2To53 = std::uint64_t{1} << 53;
   const struct {
-    std::vector<float> before;
-    std::vector<float> after;
-    double want;
+    Values values;
+    double mean;
+    double stdev;
   } kCases[] = {
-      {{12, 15, 11, 19, 13}, {21, 17, 25, 20, 23, 26}, 0.00293356267652},
-      {{3, 9}, {4, 5}, 0.704814596844},
-      {{1949, 1955, 1941, 1958, 1947},
-       {1920, 1931, 1928, 1922, 1926, 1930, 1917, 1929, 1925, 1922},
-       0.000295453198467},
-      // 1.00004 degrees of freedom.
-      {{100, 300}, {200, 201, 199, 200, 202, 198, 200, 201}, 0.999204227456},
-      {{40, 41, 42}, {60, 60, 60, 60}, 0.000922084105724},
-      {{5, 6, 7}, {7, 5, 6}, 1},
-      // t = 3632367.
-      {{536870912.0F, 536871168.0F, 536871424.0F},
-       {1, 2, 3, 2, 2},
-       7.57714468029e-14},
-      {{16777216.0F, 16777218.0F, 16777220.0F},
-       {16777222.0F, 16777224.0F, 16777226.0F},
-       0.0213116411288},
-      // t = -8.69, 499.39 degrees of freedom.
-      {steps_of_7, steps_of_11, 5.06411700816e-17},
-      // R rejects constant values; this rule is our own.
-      {{7, 7}, {7, 7, 7}, 1},
-      {{7, 7}, {8, 8}, 0},
-      {{0, 0}, {1e-38F, 1e-38F}, 0},
+      {{}, 0, 0},
+      {{7}, 7, 0},
+      {{1, 2}, 1.5, std::sqrt(0.5)},
+      {Values(48, 471451), 471451, 0},
+      {{k2To53, 1, 1, 1, 1}, 1801439850948199.2, 4028141926137645.5},
+      {{kMax, kMax, kMax}, 18446744073709551616.0, 0},
+      {{0, kMax}, 9223372036854775808.0, 13043817825332782212.0},
+      // 2^53 + 1 has no double; the mean of this and 2^53 + 3 has.
+      {{k2To53 + 1, k2To53 + 3}, 9007199254740994, std::sqrt(8.0)},
   };
   for (const auto& test : kCases) {
-    const EventSeriesMap::value_type before = {{0, "before"},
-                                               {"us", test.before}};
-    const EventSeriesMap::value_type after = {{0, "after"}, {"us", test.after}};
-    const SeriesFigures a = ComputeSeriesFigures(before, 0);
-    const SeriesFigures b = ComputeSeriesFigures(after, 0);
+    const Figures figures = FiguresOf(test.values);
+    SCOPED_TRACE(testing::PrintToString(test.values));
+    EXPECT_EQ(figures.n, static_cast<std::int32_t>(test.values.size()));
+    EXPECT_EQ(figures.mean, test.mean);
+    EXPECT_DOUBLE_EQ(figures.stdev, test.stdev);
+  }
+  const std::vector<double> tenths(10, 0.1);
+  EXPECT_EQ(ComputeFigures(std::span<const double>(tenths)).mean, 0.1);
+}
+
+TEST(Distribution, InterpolatesBetweenValues) {
+  const struct {
+    Values values;
+    Distribution want;
+  } kCases[] = {
+      {{5}, {5, 5, 5, 5}},
+      {{9, 1}, {1, 5, 8.2, 9}},
+      {{30, 10, 20}, {10, 20, 28, 30}},
+      {{4, 1, 3, 2}, {1, 2.5, 3.7, 4}},
+      {{11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1}, {1, 6, 10, 11}},
+  };
+  for (const auto& test : kCases) {
+    const Distribution got = ComputeDistribution(test.values);
+    SCOPED_TRACE(testing::PrintToString(test.values));
+    EXPECT_EQ(got.min, test.want.min);
+    EXPECT_EQ(got.median, test.want.median);
+    EXPECT_DOUBLE_EQ(got.p90, test.want.p90);
+    EXPECT_EQ(got.max, test.want.max);
+  }
+}
+
+// The expected values are the output of R 4.2 with 12 digits:
+//   t.test(c(...), c(...), var.equal = TRUE)$p.value  # Student
+//   t.test(c(...), c(...))$p.value                    # Welch
+// and, where R rejects constants or a single value, of 2 * pt(-abs(t), df).
+TEST(TestMeans, GivesThePValuesOfR) {
+  Values steps_of_7(210);
+  Values steps_of_11(297);
+  for (std::size_t i = 0; i < steps_of_11.size(); ++i) {
+    steps_of_7[i % 210] = 1000 + i % 210 % 7;
+    steps_of_11[i] = 1000 + i % 11;
+  }
+  constexpr double kNone = -1;
+  constexpr Sample kRuns = Sample::kRuns;
+  constexpr Sample kLogs = Sample::kLogs;
+  const struct {
+    Values before;
+    Values after;
+    Sample sample;
+    double want;
+  } kCases[] = {
+      // Of two runs each or more, the larger p decides: Welch's ...
+      {{12, 15, 11, 19, 13}, {21, 17, 25, 20, 23, 26}, kRuns, 0.00293356267652},
+      {{3, 9}, {4, 5}, kRuns, 0.704814596844},
+      {{1949, 1955, 1941, 1958, 1947},
+       {1920, 1931, 1928, 1922, 1926, 1930, 1917, 1929, 1925, 1922},
+       kRuns,
+       0.000295453198467},
+      // 1.00004 degrees of freedom.
+      {{100, 300},
+       {200, 201, 199, 200, 202, 198, 200, 201},
+       kRuns,
+       0.999204227456},
+      {{536870912, 536871168, 536871424},
+       {1, 2, 3, 2, 2},
+       kRuns,
+       7.57714468029e-14},
+      {{5, 6, 7}, {7, 5, 6}, kRuns, 1},
+      // t = -8.69, 499.39 degrees of freedom.
+      {steps_of_7, steps_of_11, kRuns, 5.06411700816e-17},
+      // ... or Student's.
+      {{10, 12, 11, 13, 30}, {40, 44, 41}, kRuns, 0.00194628835179},
+      // Constants have the variance of rounding.
+      {{3, 3}, {4, 4}, kRuns, 0.0741799002274},
+      {{7, 7}, {7, 7, 7}, kRuns, 1},
+      {{5, 5, 5, 5, 5, 5}, {6, 6, 6, 6, 6, 6}, kRuns, 0.000132108860355},
+      // For equal numbers of logs, Student's test decides.
+      {{100, 110, 96}, {120, 121, 135}, kLogs, 0.0216953317518},
+      // For unequal ones, the larger p does.
+      {{10, 12, 11, 13, 30}, {40, 44, 41}, kLogs, 0.00194628835179},
+      {{12, 15, 11, 19, 13}, {21, 17, 25, 20, 23, 26}, kLogs, 0.00293356267652},
+      {{150}, {100, 110, 96, 105}, kLogs, 0.00609616298759},
+      {{104}, {100, 110}, kLogs, 0.92681360496},
+      // Too few values.
+      {{1}, {2, 3, 4}, kRuns, kNone},
+      {{}, {2, 3, 4}, kRuns, kNone},
+      {{1}, {2}, kLogs, kNone},
+      {{}, {2, 3, 4}, kLogs, kNone},
+  };
+  for (const auto& test : kCases) {
+    SCOPED_TRACE(testing::PrintToString(test.before) +
+                 testing::PrintToString(test.after));
+    const Figures a = FiguresOf(test.before);
+    const Figures b = FiguresOf(test.after);
+    const auto result = TestMeans(a, b, test.sample);
+    const auto swapped = TestMeans(b, a, test.sample);
+    ASSERT_EQ(result.has_value(), test.want != kNone);
+    ASSERT_EQ(swapped.has_value(), test.want != kNone);
+    if (result) {
+      EXPECT_NEAR(result->p, test.want, 1e-11 * test.want);
+      EXPECT_DOUBLE_EQ(result->p, swapped->p);
+    }
+  }
+}
+
+// The expected bounds are the ratios r of the means, found by R's uniroot(),
+// for which |mean2 - r * mean1| / sqrt(v2 + r^2 * v1) is the quantile of t.
+TEST(Interval, HasTheBoundsOfR) {
+  const struct {
+    Values before;
+    Values after;
+    Sample sample;
+    double alpha;
+    std::optional<Interval> want;
+  } kCases[] = {
+      {{12, 15, 11, 19, 13},
+       {21, 17, 25, 20, 23, 26},
+       Sample::kRuns,
+       0.01,
+       Interval{9.053784038, 143.6597283}},
+      {{100, 110, 96},
+       {120, 121, 135},
+       Sample::kLogs,
+       0.05,
+       Interval{5.049521294, 44.47156851}},
+      // The lower bound would be -106.5, which is impossible.
+      {{60, 62, 61},
+       {0, 1, 2},
+       Sample::kRuns,
+       0.001,
+       Interval{-100, -90.17194984}},
+      {{0, 0, 0}, {3, 3, 3}, Sample::kRuns, 0.05, std::nullopt},
+      {{1, 5}, {3, 4}, Sample::kRuns, 0.05, std::nullopt},
+  };
+  for (const auto& test : kCases) {
     SCOPED_TRACE(testing::PrintToString(test.before));
-    EXPECT_NEAR(WelchTest(a, b), test.want, 5e-6 * test.want);
-    EXPECT_EQ(WelchTest(a, b), WelchTest(b, a));
+    const Figures a = FiguresOf(test.before);
+    const Figures b = FiguresOf(test.after);
+    const auto result = TestMeans(a, b, test.sample);
+    ASSERT_TRUE(result);
+    const auto interval = ComputeInterval(a, b, *result, test.alpha);
+    ASSERT_EQ(interval.has_value(), test.want.has_value());
+    if (interval) {
+      EXPECT_NEAR(interval->low, test.want->low, 1e-6);
+      EXPECT_NEAR(interval->high, test.want->high, 1e-6);
+    }
   }
 }
 
@@ -99,97 +225,108 @@ TEST(AdjustByHolm, GivesTheValuesOfR) {
   }
 }
 
-// SeriesFigures under keys such as "execute 0 Mean: Host RPC time".
-using Texts = std::map<std::string, std::string>;
-using Numbers = std::map<std::string, float>;
-
-std::string KeyOf(std::string_view kind, std::string_view graph,
-                  std::string_view list, std::string_view name) {
-  std::ostringstream key;
-  key << kind << ' ' << graph << ' ' << list << ' ' << name;
-  return key.str();
-}
-
-Texts FiguresOfReport(const std::string& report) {
-  Texts figures;
-  std::istringstream lines(report);
-  std::string kind = "finalize";
-  std::string graph;
-  std::string list;  // the list of a summary that the line is in
-  for (std::string line; std::getline(lines, line);) {
-    const std::string text =
-        line.substr(std::min(line.size(), line.find_first_not_of(' ')));
-    if (line.starts_with("---")) {
-      list = "";
-      kind = text.find("Execute Info") == std::string::npos ? kind : "execute";
-    } else if (text.starts_with("Graph index:")) {
-      graph = text.substr(12);
-    } else if (text == "Mean:" || text == "Stdev:" ||
-               text.starts_with("Warmup (")) {
-      list = text;
-    } else if ((list == "Mean:" || list == "Stdev:") && text.ends_with(" us")) {
-      const std::size_t colon = text.rfind(": ");
-      figures[KeyOf(kind, graph, list, text.substr(0, colon))] =
-          text.substr(colon + 2, text.size() - colon - 5);
-    }
+// The score of the best alignment of the rest of two lists, found by trying all
+// of them: pairs, and pairs that are equal in `exact`.
+std::pair<int, int> BestScore(std::span<const AlignedItem> before,
+                              std::span<const AlignedItem> after) {
+  if (before.empty() || after.empty()) {
+    return {0, 0};
   }
-  return figures;
+  std::pair<int, int> best = std::max(BestScore(before.subspan(1), after),
+                                      BestScore(before, after.subspan(1)));
+  if (before[0].group == after[0].group) {
+    auto [pairs, equal] = BestScore(before.subspan(1), after.subspan(1));
+    equal += before[0].exact == after[0].exact ? 1 : 0;
+    best = std::max(best, {pairs + 1, equal});
+  }
+  return best;
 }
 
-using Side = std::optional<SeriesFigures> SeriesPair::*;
-
-// Returns the figures in microseconds of one side of a comparison.
-Numbers FiguresOfComparison(const std::vector<ComparedRuns>& all_runs,
-                            Side side) {
-  Numbers numbers;
-  for (const ComparedRuns& runs : all_runs) {
-    for (const SeriesPair& pair : runs.pairs) {
-      const std::optional<SeriesFigures>& figures = pair.*side;
-      if (pair.level == Level::kEvent && pair.unit == "us" && figures) {
-        const auto kind = RunKindText(runs.kind);
-        const std::string graph = std::to_string(runs.graph);
-        numbers[KeyOf(kind, graph, "Mean:", pair.name)] = figures->mean;
-        numbers[KeyOf(kind, graph, "Stdev:", pair.name)] = figures->stdev;
+TEST(Alignment, IsTheBestOfAll) {
+  std::mt19937 random(20);  // NOLINT: the same lists in every run
+  const auto make_list = [&random] {
+    std::vector<AlignedItem> list(random() % 7);
+    for (AlignedItem& item : list) {
+      item.exact = random() % 9;
+      item.group = item.exact / 3;
+    }
+    return list;
+  };
+  for (int i = 0; i < 3000; ++i) {
+    const std::vector<AlignedItem> before = make_list();
+    const std::vector<AlignedItem> after = make_list();
+    const auto pairs = AlignLists(before, after);
+    ASSERT_TRUE(pairs);
+    int equal = 0;
+    for (std::size_t k = 0; k < pairs->size(); ++k) {
+      const auto [l, r] = (*pairs)[k];
+      EXPECT_EQ(before.at(l).group, after.at(r).group);
+      equal += before[l].exact == after[r].exact ? 1 : 0;
+      if (k > 0) {
+        EXPECT_LT((*pairs)[k - 1].first, l);
+        EXPECT_LT((*pairs)[k - 1].second, r);
       }
     }
-  }
-  return numbers;
-}
-
-// Checks the figures of one log against its report, on both sides of a
-// comparison.
-void ExpectFiguresOfReport(const std::string& path, const std::string& other) {
-  SCOPED_TRACE(path + " with " + other);
-  std::string error;
-  const auto log = LoadComparedLog(path, &error);
-  const auto other_log = LoadComparedLog(other, &error);
-  ASSERT_TRUE(log && other_log) << error;
-  const Numbers before =
-      FiguresOfComparison(CompareSeries(log->series, other_log->series, 1, 99),
-                          &SeriesPair::before);
-  const Numbers after = FiguresOfComparison(
-      CompareSeries(other_log->series, log->series, 1, 99), &SeriesPair::after);
-  EXPECT_EQ(before, after);
-  const Texts reported = FiguresOfReport(RunViewer(log->log.bytes, 5, 1));
-  // At least the means and deviations of two execute events.
-  EXPECT_GE(reported.size(), 4U);
-  for (const auto& [key, text] : reported) {
-    ASSERT_TRUE(before.contains(key)) << key;
-    const float number = before.at(key);
-    // The report has one of two notations.
-    EXPECT_TRUE(text == FixedText(number) || text == SignificantText(number, 6))
-        << key << ": " << text << ", not " << number;
+    EXPECT_EQ(std::pair(static_cast<int>(pairs->size()), equal),
+              BestScore(before, after));
   }
 }
 
-TEST(Comparison, HasTheFiguresOfTheReport) {
-  const std::string logs[] = {LUMO_CASE_LOGS "/sample_basic/log.bin",
-                              LUMO_CASE_LOGS "/compare_samples/before.bin",
-                              LUMO_CASE_LOGS "/compare_samples/after.bin"};
-  for (const std::string& log : logs) {
-    for (const std::string& other : logs) {
-      ExpectFiguresOfReport(log, other);
+TEST(Alignment, IsLimited) {
+  // Lists of which only the first and the last elements are equal.
+  const auto make_list = [](std::size_t size, std::size_t first) {
+    std::vector<AlignedItem> list(size, {1, 1});
+    for (std::size_t i = 1; i + 1 < size; ++i) {
+      list[i] = {first + i, first + i};
     }
+    return list;
+  };
+  const auto pairs = AlignLists(make_list(5002, 10), make_list(5002, 10000));
+  ASSERT_TRUE(pairs);
+  EXPECT_EQ(*pairs, (std::vector<IndexPair>{{0, 0}, {5001, 5001}}));
+  EXPECT_FALSE(AlignLists(make_list(5003, 10), make_list(5002, 10000)));
+  // Long lists with other ids, all elements of which certainly are pairs.
+  std::vector<AlignedItem> ids;
+  std::vector<AlignedItem> other_ids;
+  for (std::size_t i = 0; i < 20000; ++i) {
+    ids.push_back({i, 2 * i});
+    other_ids.push_back({i, 2 * i + 1});
+  }
+  const auto all = AlignLists(ids, other_ids);
+  ASSERT_TRUE(all);
+  EXPECT_EQ(all->size(), ids.size());
+}
+
+// The two computations of the figures of one log agree, but for the rounding of
+// the report.
+TEST(LogSeries, HasTheFiguresOfTheReport) {
+  for (const std::string log : {"sample_basic/log", "compare_samples/before",
+                                "compare_samples/after"}) {
+    std::string error;
+    const auto input = LoadInputLog(LUMO_CASE_LOGS "/" + log + ".bin", &error);
+    ASSERT_TRUE(input) << error;
+    std::size_t compared = 0;
+    for (const RunSeries& runs : CollectLogSeries(input->groups, false)) {
+      const auto graph = static_cast<std::size_t>(runs.graph);
+      const std::vector<EventSeriesMap> report =
+          CollectEventSeries(input->groups, runs.kind);
+      for (const Series& series : runs.series) {
+        if (series.level != Level::kEvent || series.unit != "us") {
+          continue;
+        }
+        const auto& floats =
+            report.at(graph).at({series.position, series.name}).values;
+        ASSERT_EQ(floats.size(), series.values.size());
+        const auto counted = std::span(floats).subspan(floats.size() > 1);
+        const float mean = Mean(counted);
+        const Figures figures = ComputeFigures(CountedValues(series.values, 1));
+        EXPECT_NEAR(figures.mean, mean, 1e-5 * figures.mean);
+        EXPECT_NEAR(figures.stdev, SampleDeviation(counted, mean),
+                    1e-3 * figures.stdev);
+        ++compared;
+      }
+    }
+    EXPECT_GE(compared, 3U);
   }
 }
 
