@@ -77,10 +77,9 @@ std::string_view BareName(std::string_view name) {
   if (!name.starts_with(kPrefix)) {
     return name;
   }
-  const std::size_t end =
-      name.find_first_not_of("0123456789", kPrefix.size());
-  const bool has_id = end != kPrefix.size() &&
-                      end != std::string_view::npos && name[end] == ':';
+  const std::size_t end = name.find_first_not_of("0123456789", kPrefix.size());
+  const bool has_id = end != kPrefix.size() && end != std::string_view::npos &&
+                      name[end] == ':';
   return has_id ? name.substr(end + 1) : name;
 }
 

@@ -14,12 +14,23 @@ namespace {
 // 113 bits hold the sum of 2^49 values exactly.
 using Quad = boost::multiprecision::cpp_bin_float_quad;
 
+// Returns sum / n, rounded once.
+double Divide(const boost::multiprecision::uint128_t& sum, std::int32_t n) {
+  constexpr std::uint64_t kExact = std::uint64_t{1} << 53;
+  return sum <= kExact ? static_cast<double>(sum) / n  // the common case
+                       : static_cast<double>(Quad(sum) / n);
+}
+
+double Divide(const Quad& sum, std::int32_t n) {
+  return static_cast<double>(sum / n);
+}
+
 // `sum` is the sum of the values; there is at least one.
-template <typename Number>
-Figures MakeFigures(std::span<const Number> values, const Quad& sum) {
+template <typename Number, typename Sum>
+Figures MakeFigures(std::span<const Number> values, const Sum& sum) {
   Figures figures;
   figures.n = static_cast<std::int32_t>(values.size());
-  figures.mean = static_cast<double>(sum / figures.n);
+  figures.mean = Divide(sum, figures.n);
   if (figures.n > 1) {
     double squares = 0.0;
     for (const Number value : values) {
@@ -68,7 +79,7 @@ Figures ComputeFigures(std::span<const std::uint64_t> values) {
   for (const std::uint64_t value : values) {
     sum += value;
   }
-  return MakeFigures(values, Quad(sum));
+  return MakeFigures(values, sum);
 }
 
 Figures ComputeFigures(std::span<const double> values) {

@@ -45,14 +45,16 @@ struct Collector {
   using Key = std::tuple<Level, std::size_t, std::int32_t, Name>;
 
   bool with_parts = false;
+  // How many runs there are, and how many have been added.
+  std::int32_t total_runs = 0;
   std::int32_t run_count = 0;
-  std::vector<Series> series;
-  std::map<Key, std::size_t> indices;
+  std::vector<Series> series = {};
+  std::map<Key, std::size_t> indices = {};
   // The series of the last run that had events: of the top-level events, and
   // below each series. Runs are usually alike, so that most events are found
   // here, without a search.
-  std::vector<std::size_t> last_events;
-  std::vector<std::vector<std::size_t>> last_below;
+  std::vector<std::size_t> last_events = {};
+  std::vector<std::vector<std::size_t>> last_below = {};
 };
 
 // Returns the index of the series with this key, adding it if it is new.
@@ -70,6 +72,12 @@ std::size_t FindOrAdd(const Collector::Key& key, std::size_t parent,
     if (level != Level::kEvent) {
       series.parent = parent;
     }
+    // For most logs the only allocation. The limit is for logs in which each
+    // run has other events.
+    const auto runs =
+        static_cast<std::size_t>(std::min(collector->total_runs, 8));
+    series.values.reserve(runs);
+    series.runs.reserve(runs);
     collector->last_below.emplace_back();
   }
   return entry->second;
@@ -94,11 +102,12 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
   if (VectorLength(events) == 0) {
     return;
   }
-  // As long as the events agree with those of the last run, so do ordinals.
-  const std::vector<std::size_t> last =
-      std::exchange(collector->last_below[parent], {});
-  std::vector<std::size_t> current;
-  current.reserve(last.size());
+  // As long as the events agree with those of the last run, so do ordinals. The
+  // list is updated in place; it may move when series are added.
+  const auto last = [collector, parent]() -> std::vector<std::size_t>& {
+    return collector->last_below[parent];
+  };
+  std::size_t place = 0;
   std::int32_t operations = 0;
   std::optional<NameCounts> counts;  // from the first difference on
   for (uoffset_t i = 0; i < VectorLength(events); ++i) {
@@ -111,31 +120,30 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
     }
     const Level level = is_operation ? Level::kOperation : Level::kPart;
     const Name name = NameOf(event);
-    const std::size_t place = current.size();
-    std::size_t index = 0;
-    if (!counts && place < last.size() &&
-        collector->series[last[place]].level == level &&
-        Name{collector->series[last[place]].name} == name) {
-      index = last[place];
-    } else {
+    if (counts || place == last().size() ||
+        collector->series[last()[place]].level != level ||
+        Name{collector->series[last()[place]].name} != name) {
       if (!counts) {
         counts = collector->with_parts ? CountNames(*events, i) : NameCounts();
+        last().resize(place);
       }
-      index = is_operation ? FindOrAdd({level, 0, operations, name}, parent,
-                                       event, collector)
-                           : FindOrAdd({level, parent, (*counts)[name], name},
-                                       parent, event, collector);
+      const std::int32_t position = is_operation ? operations : (*counts)[name];
       ++(*counts)[name];
+      const std::size_t index =
+          FindOrAdd({level, is_operation ? 0 : parent, position, name}, parent,
+                    event, collector);
+      last().push_back(index);
     }
+    const std::size_t index = last()[place];
+    ++place;
     operations += is_operation ? 1 : 0;
-    current.push_back(index);
     collector->series[index].values.push_back(event.value());
     collector->series[index].runs.push_back(collector->run_count);
     if (collector->with_parts) {
       AddEventsBelow(event.sub_events(), index, false, collector);
     }
   }
-  collector->last_below[parent] = std::move(current);
+  last().resize(place);
 }
 
 // Appends the values of a run.
@@ -280,10 +288,10 @@ std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
                                         bool with_parts) {
   std::vector<RunSeries> all_runs;
   for (const RunKind kind : {RunKind::kExecute, RunKind::kFinalize}) {
-    Collector empty;
-    empty.with_parts = with_parts;
-    std::vector<Collector> collectors(
-        static_cast<std::size_t>(groups.graph_count), empty);
+    std::vector<Collector> collectors;
+    for (const std::int32_t runs : CountRuns(groups, kind)) {
+      collectors.push_back({with_parts, runs});
+    }
     const MessageRange range = RunsOf(groups, kind);
     for (std::int32_t i = range.first; i < range.end; ++i) {
       const ProfilingMessage& message = MessageAt(*groups.messages, i);
