@@ -59,24 +59,54 @@ fails 'new: cannot be created: Is a directory' "${run[@]}" --output new
 fails 'new\n/file: cannot be created: No such file or directory' \
   "${run[@]}" --output $'new\n/file'
 
-# After a failure, the older file is unchanged.
-cp older new/later
-fails 'new/later: cannot be written whole: File too large' \
-  bash -c 'ulimit -f 1; exec "$@"' - "${run[@]}" --output new/later
-expect_file new/later older
-# No new file is left behind, even if it has a name from the start, as it has without /proc.
-if [ "${#strace[@]}" != 0 ]; then
-  for failure in fsync:error=EIO /access:error=ENOENT; do
-    fails 'new/later: cannot be written whole: Input/output error' \
-      "${strace[@]}" -e inject=fsync:error=EIO -e "inject=$failure" \
-      "${run[@]}" --output new/later
-    expect_file new/later older
+# A user who is not the owner may keep the group of a file.
+mkdir shared && chmod 777 shared && cp older shared/file && chmod 660 shared/file
+if chown 1:2 shared/file 2>err; then
+  writes setpriv --reuid=65534 --regid=65534 --groups=2 "${run[@]}" --output shared/file
+  [ "$(stat -c %a,%u:%g shared/file)" = 660,65534:2 ] || fail 'an older file loses its group'
+else echo "Skipped: the group of a file: $(<err)"; fi
+
+# A mount point, and a mount point in a read-only folder, are written in place.
+mkdir mounted && cp older mounted/file
+apart=(unshare -rm bash -c 'mount --bind mounted mounted && mount --bind older mounted/file &&
+  mount -o "remount,bind,$1" mounted && exec "${@:2}"' -)
+if "${apart[@]}" ro true 2>err; then
+  cp older kept
+  for mode in rw ro; do
+    writes "${apart[@]}" $mode "${run[@]}" --output mounted/file
+    cmp older whole || fail "a mount point in a $mode folder is not written"
+    cp kept older && expect_file mounted/file older
   done
-  writes "${strace[@]}" -e "inject=$failure" "${run[@]}" --output new/later
+else echo "Skipped: mount points: $(<err)"; fi
+
+# After a failure, the older file is unchanged, and no other file is left behind.
+too_large=(bash -c 'ulimit -f 1; exec "$@"' - "${run[@]}")
+cp older new/later
+fails 'new/later: cannot be written whole: File too large' "${too_large[@]}" --output new/later
+expect_file new/later older
+mkdir empty
+fails 'empty/file: cannot be written whole: File too large' "${too_large[@]}" --output empty/file
+rmdir empty || fail "left behind: $(ls -A empty)"
+if [ "${#strace[@]}" != 0 ]; then
+  fails 'new/later: cannot be written whole: Input/output error' \
+    "${strace[@]}" -e inject=fsync:error=EIO "${run[@]}" --output new/later
+  expect_file new/later older
+  fails 'new/later: cannot be created: Input/output error' \
+    "${strace[@]}" -e inject=/^rename:error=EIO "${run[@]}" --output new/later
+  expect_file new/later older
+  # Some file systems cannot wait for the disk.
+  writes "${strace[@]}" -e inject=fsync:error=EINVAL "${run[@]}" --output new/later
   expect_file new/later whole
-  # Another file may have the first name that is tried.
-  writes "${strace[@]}" -e inject=linkat:error=EEXIST:when=1 "${run[@]}" --output new/later
+  # Only a run that is killed leaves its new file, which a run with the same number ignores.
+  cp older new/later
+  expect 137 '' '' \
+    "${strace[@]}" -e inject=fsync:signal=KILL "${run[@]}" --output new/later
+  cmp new/later older || fail 'a killed run has changed the older file'
+  left=$(cd new && compgen -G '.lumo-*-0') || fail 'the new file has another name'
+  rm "new/$left"
 fi
+writes bash -c 'echo >new/.lumo-$$-0; exec "$@"' - "${run[@]}" --output new/later
+rm new/.lumo-*-0 && expect_file new/later whole
 
 # The log is not overwritten, under any name.
 case $name in
