@@ -13,31 +13,13 @@
 namespace lumo {
 namespace {
 
-// Returns the figures of a series, which may be null, as a sample.
-Figures FiguresOf(const SideSeries* series, Sample sample) {
-  if (series == nullptr) {
-    return {};
-  }
-  if (sample == Sample::kRuns) {
-    return series->logs.front().figures;
-  }
-  std::vector<double> means;
-  means.reserve(series->logs.size());
-  for (const LogFigures& log : series->logs) {
-    if (log.figures.n > 0) {
-      means.push_back(log.figures.mean);
-    }
-  }
-  return ComputeFigures(std::span<const double>(means));
-}
-
 // Returns the pair, not yet tested.
 SeriesPair MakePair(const PairedSeries& paired, Sample sample) {
   SeriesPair pair = {};
   pair.before = paired.before;
   pair.after = paired.after;
-  pair.figures_before = FiguresOf(paired.before, sample);
-  pair.figures_after = FiguresOf(paired.after, sample);
+  pair.figures_before = SampleFigures(paired.before, sample);
+  pair.figures_after = SampleFigures(paired.after, sample);
   const Figures& before = pair.figures_before;
   const Figures& after = pair.figures_after;
   if (before.n > 0 && after.n > 0 && before.mean != 0.0) {
@@ -158,6 +140,23 @@ std::string VerdictWords(Verdict verdict) {
   std::string words(VerdictText(verdict));
   std::replace(words.begin(), words.end(), '_', ' ');
   return words;
+}
+
+Figures SampleFigures(const SideSeries* series, Sample sample) {
+  if (series == nullptr) {
+    return {};
+  }
+  if (sample == Sample::kRuns) {
+    return series->logs.front().figures;
+  }
+  std::vector<double> means;
+  means.reserve(series->logs.size());
+  for (const LogFigures& log : series->logs) {
+    if (log.figures.n > 0) {
+      means.push_back(log.figures.mean);
+    }
+  }
+  return ComputeFigures(std::span<const double>(means));
 }
 
 const SideSeries& SeriesOf(const SeriesPair& pair) {

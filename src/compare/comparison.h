@@ -62,6 +62,10 @@ struct SeriesPair {
   Verdict verdict;
 };
 
+// Returns the figures of a series as a sample: of the runs of its only log, or
+// of its means in several logs. n is 0 if `series` is null.
+Figures SampleFigures(const SideSeries* series, Sample sample);
+
 // Returns the series of the first side that has it: `before` or `after`. Its
 // name, occurrence and unit are those of the pair.
 const SideSeries& SeriesOf(const SeriesPair& pair);
@@ -96,7 +100,8 @@ struct Comparison {
 // Compares two sides. A difference is significant if its adjusted p-value is
 // below 1 - `confidence` / 100; the confidence must be above 0 and below 100.
 //
-// Series are paired if they agree in level, unit, name and occurrence. With
+// Events and operations are paired if they agree in level, unit, name and
+// occurrence; parts are ignored. With
 // `ignore_node_ids`, operations are paired by their unit and BareName() in
 // their order, see AlignLists(). Returns nothing, with a message in `error`, if
 // a graph has too many operations for that.

@@ -13,11 +13,14 @@ namespace {
 
 using SeriesList = std::vector<const SideSeries*>;
 
+// Returns the events and operations of `runs`, which may be null.
 SeriesList ListSeries(const SideRuns* runs) {
   SeriesList list;
   if (runs != nullptr) {
     for (const SideSeries& series : runs->series) {
-      list.push_back(&series);
+      if (series.level != Level::kPart) {
+        list.push_back(&series);
+      }
     }
   }
   return list;
@@ -38,7 +41,7 @@ const SideSeries* FindSame(const SideSeries& series, const SideRuns* runs) {
   }
   const auto entry =
       runs->indices.find({series.level, series.unit.data(), series.name.data(),
-                          series.occurrence});
+                          series.occurrence, std::size_t{0}});
   return entry == runs->indices.end() ? nullptr : &runs->series[entry->second];
 }
 

@@ -22,18 +22,27 @@ std::string_view Intern(std::string_view name, KnownNames* known,
   return {entry->second, name.size()};
 }
 
-// Returns the series of the side that corresponds to a series of a log, adding
-// it if it is new.
-SideSeries& FindOrAdd(const Series& series, std::string_view name,
-                      SideRuns* runs) {
-  const auto [entry, is_new] = runs->indices.try_emplace(
-      {series.level, series.unit.data(), name.data(), series.occurrence},
-      runs->series.size());
+SideSeries MakeSeries(const Series& series, std::string_view name) {
+  return {series.level, name, series.unit, series.occurrence,
+          series.type,  {},   {}};
+}
+
+// Returns the index of the series of the side that corresponds to a series of a
+// log, adding it if it is new. `parent` is the index of the series above a
+// part, otherwise 0.
+std::size_t FindOrAdd(const Series& series, std::string_view name,
+                      std::size_t parent, SideRuns* runs) {
+  const auto [entry, is_new] =
+      runs->indices.try_emplace({series.level, series.unit.data(), name.data(),
+                                 series.occurrence, parent},
+                                runs->series.size());
   if (is_new) {
-    runs->series.push_back(
-        {series.level, name, series.unit, series.occurrence, {}});
+    if (series.level == Level::kPart) {
+      runs->series[parent].parts.push_back(runs->series.size());
+    }
+    runs->series.push_back(MakeSeries(series, name));
   }
-  return runs->series[entry->second];
+  return entry->second;
 }
 
 // Returns how many of the first values are slow: above the median of all values
@@ -93,13 +102,15 @@ void AddLog(std::size_t log, const std::vector<RunSeries>& all_runs,
     SideRuns& side_runs = side->runs[{runs.kind, runs.graph}];
     ++side_runs.log_count;
     side_runs.run_count += runs.run_count;
+    std::vector<std::size_t> places;  // in the side, of the series of the log
+    places.reserve(runs.series.size());
     for (const Series& series : runs.series) {
-      if (series.level != Level::kPart) {
-        const std::string_view name = Intern(series.name, &known, names);
-        FindOrAdd(series, name, &side_runs)
-            .logs.push_back({log, ComputeFigures(CountedValues(series.values,
-                                                               num_warmup))});
-      }
+      const bool is_part = series.level == Level::kPart;
+      places.push_back(FindOrAdd(series, Intern(series.name, &known, names),
+                                 is_part ? places[*series.parent] : 0,
+                                 &side_runs));
+      side_runs.series[places.back()].logs.push_back(
+          {log, ComputeFigures(CountedValues(series.values, num_warmup))});
     }
     AddSlowStart(log, runs, num_warmup, &side->slow_starts);
   }

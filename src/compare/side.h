@@ -31,9 +31,9 @@ struct LogFigures {
 };
 
 // A series of a side. Series of different logs are one series if they agree in
-// kind, graph, level, unit, name and occurrence.
+// kind, graph, level, unit, name and occurrence, and parts also in the series
+// directly above them.
 struct SideSeries {
-  // kEvent or kOperation.
   Level level;
   // Points into Names.
   std::string_view name;
@@ -41,8 +41,12 @@ struct SideSeries {
   std::string_view unit;
   // Of the series in its log, see Series.
   std::int32_t occurrence;
+  // Of the first value.
+  ProfileEventType type;
   // The logs that have the series, in their order.
   std::vector<LogFigures> logs;
+  // The indices, in SideRuns::series, of the parts directly below it.
+  std::vector<std::size_t> parts;
 };
 
 // The series of one kind of run of one graph.
@@ -52,10 +56,12 @@ struct SideRuns {
   std::int64_t run_count = 0;
   // In the order of the first log that has them and of their places there.
   std::vector<SideSeries> series;
-  // The index of each series, by level, unit, name and occurrence; the texts by
-  // their addresses.
-  std::map<std::tuple<Level, const char*, const char*, std::int32_t>,
-           std::size_t>
+  // The index of each series, by level, unit, name and occurrence, the texts by
+  // their addresses, and by the index of the series directly above it if it is
+  // a part, otherwise 0.
+  std::map<
+      std::tuple<Level, const char*, const char*, std::int32_t, std::size_t>,
+      std::size_t>
       indices;
 };
 
@@ -80,9 +86,10 @@ struct Side {
   std::vector<SlowStart> slow_starts;
 };
 
-// Adds the series of the log with this index, without its parts, to the side.
-// The figures exclude the first `num_warmup` values, 0 or more. Logs must be
-// added in their order; afterwards, the series of the log are not needed.
+// Adds the series of the log with this index to the side; a log with parts adds
+// them, too. The figures exclude the first `num_warmup` values, 0 or more. Logs
+// must be added in their order; afterwards, the series of the log are not
+// needed.
 void AddLog(std::size_t log, const std::vector<RunSeries>& all_runs,
             std::int32_t num_warmup, Names* names, Side* side);
 

@@ -5,26 +5,6 @@
 #include <system_error>
 
 namespace lumo {
-namespace {
-
-// Returns the engines of a resource mask in the order of their bits, such as
-// "VPU, TMU, DMA"; other bits are ignored.
-std::string ResourceMaskText(std::uint8_t mask) {
-  constexpr std::string_view kEngines[] = {"VPU", "TMU", "DMA"};
-  std::string text;
-  unsigned bit = 1;
-  for (const std::string_view engine : kEngines) {
-    if ((mask & bit) != 0) {
-      text += text.empty() ? "" : ", ";
-      text += engine;
-    }
-    bit <<= 1;
-  }
-  return text;
-}
-
-}  // namespace
-
 std::string_view UnitText(ProfileEventUnit unit) {
   switch (unit) {
     case ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC:
@@ -38,6 +18,20 @@ std::string_view UnitText(ProfileEventUnit unit) {
     default:
       return "";
   }
+}
+
+std::string ResourceMaskText(std::uint8_t mask) {
+  constexpr std::string_view kEngines[] = {"VPU", "TMU", "DMA"};
+  std::string text;
+  unsigned bit = 1;
+  for (const std::string_view engine : kEngines) {
+    if ((mask & bit) != 0) {
+      text += text.empty() ? "" : ", ";
+      text += engine;
+    }
+    bit <<= 1;
+  }
+  return text;
 }
 
 std::string ValueText(const ProfilingEvent& event) {

@@ -15,6 +15,10 @@ namespace lumo {
 // unit. The text is a constant of the program.
 std::string_view UnitText(ProfileEventUnit unit);
 
+// Returns the engines of a resource mask in the order of their bits, such as
+// "VPU, TMU, DMA". Other bits are ignored.
+std::string ResourceMaskText(std::uint8_t mask);
+
 // Returns the text that follows the name of an event in a listing: ": VPU, TMU"
 // for a resource mask, an empty text for a background operation, otherwise the
 // value and the unit, such as ": 1500 cycles".

@@ -93,6 +93,10 @@ Figures ComputeFigures(std::span<const double> values) {
   return MakeFigures(values, sum);
 }
 
+std::optional<double> PercentOf(double part, double whole) {
+  return whole == 0.0 ? std::nullopt : std::optional(100.0 * part / whole);
+}
+
 Distribution ComputeDistribution(std::span<const std::uint64_t> values) {
   std::vector<std::uint64_t> sorted(values.begin(), values.end());
   std::sort(sorted.begin(), sorted.end());

@@ -6,6 +6,7 @@
 #define LUMO_MODEL_FIGURES_H_
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace lumo {
@@ -34,6 +35,9 @@ Figures ComputeFigures(std::span<const std::uint64_t> values);
 // As above, for the means of a series in several logs, which are finite and not
 // negative. Their sum has 113 bits.
 Figures ComputeFigures(std::span<const double> values);
+
+// Returns `part` in percent of `whole`; nothing if that is 0.
+std::optional<double> PercentOf(double part, double whole);
 
 // The distribution of at least one value.
 struct Distribution {

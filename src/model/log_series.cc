@@ -68,6 +68,7 @@ std::size_t FindOrAdd(const Collector::Key& key, std::size_t parent,
     series.level = level;
     series.name = name.text;
     series.unit = UnitText(event.unit());
+    series.type = event.type();
     series.position = position;
     if (level != Level::kEvent) {
       series.parent = parent;

@@ -40,6 +40,8 @@ struct Series {
   std::string_view name;
   // The unit of the first value, see UnitText().
   std::string_view unit;
+  // Of the first value.
+  ProfileEventType type;
   // Of an event: its position in the message. Of an operation: its ordinal
   // among the node events under its top-level event. Of a part: its ordinal, as
   // above. From 0.
