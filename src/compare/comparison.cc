@@ -208,17 +208,18 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
 }
 
 std::optional<std::int64_t> CountFewerAlone(const Comparison& comparison) {
+  std::int64_t alone = 0;
+  for (const Block& block : comparison.blocks) {
+    alone += std::count_if(
+        block.pairs.begin(), block.pairs.end(), [](const SeriesPair& pair) {
+          return pair.before == nullptr || pair.after == nullptr;
+        });
+  }
+  if (alone == 0) {
+    return 0;  // there cannot be fewer
+  }
   std::int64_t fewer = 0;
   for (const Block& block : comparison.blocks) {
-    std::int64_t only_before = 0;
-    std::int64_t only_after = 0;
-    for (const SeriesPair& pair : block.pairs) {
-      only_before += pair.verdict == Verdict::kOnlyBefore ? 1 : 0;
-      only_after += pair.verdict == Verdict::kOnlyAfter ? 1 : 0;
-    }
-    if (only_before == 0 || only_after == 0) {
-      continue;  // nothing to pair
-    }
     const auto paired = PairByBareName(block.before, block.after);
     if (!paired) {
       return std::nullopt;
