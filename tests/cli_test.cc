@@ -1,6 +1,7 @@
-// The numbers on a command line, and escaped text.
+// The numbers on a command line, escaped text and figures.
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 
 #include "cli/options.h"
 #include "text/escape.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {
@@ -120,6 +122,16 @@ TEST(Printable, StaysWithin200Bytes) {
   EXPECT_EQ(Printable(start + "xx\U0001f600"), start + "xx...");
   EXPECT_EQ(Printable(start + "\xa0\xa0\xa0\xa0\xa0"),
             start + "\xa0\xa0\xa0...");
+}
+
+TEST(FigureText, HasRoomForEveryNumber) {
+  const double largest = std::numeric_limits<double>::max();
+  const double smallest = std::numeric_limits<double>::denorm_min();
+  EXPECT_EQ(FixedText(-largest, 80).size(), 1 + 309 + 1 + 80);
+  EXPECT_EQ(ShortestText(-smallest), "-0." + std::string(323, '0') + "5");
+  EXPECT_EQ(SignificantText(-largest, 80).size(), 1 + 1 + 1 + 79 + 5);
+  EXPECT_EQ(ShortestText(999999999999999.0), "999999999999999");
+  EXPECT_EQ(ShortestText(1e15), "1e+15");
 }
 
 }  // namespace

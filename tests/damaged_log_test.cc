@@ -48,6 +48,23 @@ TEST(Limits, EveryReferenceToATableCounts) {
   }
 }
 
+TEST(Limits, ALogMayHaveMoreThan1GiB) {
+  Bytes log = GenerateLog({});
+  log.resize((std::size_t{1} << 30U) + 8);
+  EXPECT_TRUE(IsValid(log));
+}
+
+// A log that only consists of an empty root table, which may be anywhere.
+TEST(Limits, TheRootTableMayHaveAnyAlignedOffset) {
+  const Bytes vtable_and_table = {4, 0, 4, 0, 4, 0, 0, 0};
+  for (std::uint8_t offset = 8; offset < 100; ++offset) {
+    Bytes log(offset - 4U);
+    log[0] = offset;
+    log.insert(log.end(), vtable_and_table.begin(), vtable_and_table.end());
+    EXPECT_EQ(IsValid(log), offset % 4 == 0) << "offset " << int{offset};
+  }
+}
+
 // In a hash set of this size, all of these indices would share a bucket, and
 // counting them would take minutes.
 TEST(Limits, CollidingGraphIndicesAreCountedQuickly) {

@@ -9,10 +9,6 @@ source "$(dirname "$0")/work_folder.sh"
 fails() { expect 1 '' "$name: $1" "${@:2}"; }
 writes() { expect 0 '' '' "$@"; }
 
-# Makes system calls fail. Leaks cannot be detected under strace.
-strace=(strace -qq -o calls -E ASAN_OPTIONS=detect_leaks=0)
-"${strace[@]}" true 2>err || { echo "Skipped: failures of the disk: $(<err)"; strace=(); }
-
 # expect_file FILE TEXT_FILE: checks that FILE is equal to TEXT_FILE and alone in its folder.
 expect_file() {
   cmp "$1" "$2" || fail "$1 differs from $2"
@@ -87,7 +83,7 @@ expect_file new/later older
 mkdir empty
 fails 'empty/file: cannot be written whole: File too large' "${too_large[@]}" --output empty/file
 rmdir empty || fail "left behind: $(ls -A empty)"
-if [ "${#strace[@]}" != 0 ]; then
+if can_trace; then
   fails 'new/later: cannot be written whole: Input/output error' \
     "${strace[@]}" -e inject=fsync:error=EIO "${run[@]}" --output new/later
   expect_file new/later older

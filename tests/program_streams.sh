@@ -18,7 +18,7 @@ fails 'standard output: cannot be written: No space left on device' \
 fails 'standard output: cannot be written whole: Bad file descriptor' \
   bash -c '"$@" >&-' - "${run[@]}"
 [ -c full ] || fail 'a device was removed'
-mkfifo fifo && { timeout 10 cat fifo >from_fifo & } && expect 0 '' '' "${run[@]}" --output fifo
+mkfifo fifo && { timeout 120 cat fifo >from_fifo & } && expect 0 '' '' "${run[@]}" --output fifo
 wait
 cmp from_fifo whole || fail 'a pipe gets another text'
 cp older file && { "${run[@]}" --output stdout && echo end; } >>file

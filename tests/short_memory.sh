@@ -71,3 +71,11 @@ with "$limit" "$viewer" --input_profile_data log.bin
 truncate -s 100M log.bin
 limit=200000
 with "$limit" "$viewer" --input_profile_data log.bin
+
+# A log may have up to 2147483646 bytes: the run ends because they do not fit into memory,
+# not with a message about the log.
+truncate -s 2147483646 log.bin
+limit=1000000
+if with "$limit" "$viewer" --input_profile_data log.bin || grep -F 'Error: ' out.txt; then
+  exit 1
+fi

@@ -9,7 +9,6 @@ mkdir folder
 : >empty.bin
 mkfifo pipe secret_pipe && ln -s pipe pipe_link
 truncate -s 2147483647 huge.bin
-truncate -s 300M large.bin
 cp log.bin log_and_4_gib.bin && truncate -s +4G log_and_4_gib.bin
 cp log.bin secret.bin && chmod 0 secret.bin secret_pipe
 device null 3 && device zero 5
@@ -29,11 +28,14 @@ unverified='Verify Profiling Log Buffer failed. The buffer might be ill-formatte
 for log in empty.bin huge.bin log_and_4_gib.bin; do
   rejects $log "$unverified" "${command[@]}" $log
 done
+# Compare and page take folders of logs.
 for pair in 'folder is a folder, not a log' 'pipe is a pipe, not a log' \
   'pipe_link is a pipe, not a log' 'null is a device, not a log' 'zero is a device, not a log'; do
-  reason=${pair#* }
-  [ "$name" != lumo-profile-viewer ] || reason=$unverified
-  rejects "${pair%% *}" "$reason" "${command[@]}" "${pair%% *}"
+  case $name,$pair in
+    *viewer,*) rejects "${pair%% *}" "$unverified" "${command[@]}" "${pair%% *}" ;;
+    *compare,folder* | *page,folder*) ;;
+    *) rejects "${pair%% *}" "${pair#* }" "${command[@]}" "${pair%% *}" ;;
+  esac
 done
 for log in missing.bin missing/log.bin; do
   rejects $log 'cannot be opened: No such file or directory' "${command[@]}" $log
@@ -48,11 +50,17 @@ done
 [ "${run[1]}" != copy.bin ] ||
   rejects missing.bin 'cannot be opened: No such file or directory' \
     "$program" missing.bin log.bin
-# This file is touched while it is read.
-while :; do touch large.bin; sleep 0.001; done &
-rejects large.bin 'cannot be read whole: it changed while it was read' \
-  "${command[@]}" large.bin
-kill $! && wait $! 2>/dev/null
+# A log that is changed or cannot be read: strace delays and fails its first read.
+if can_trace; then
+  cp log.bin busy.bin
+  read=("${strace[@]}" -P "$work/busy.bin" -e)
+  while :; do touch busy.bin; sleep 0.01; done &
+  rejects busy.bin 'cannot be read whole: it changed while it was read' \
+    "${read[@]}" inject=read:delay_enter=2s:when=1 "${command[@]}" busy.bin
+  kill $! && wait $! 2>/dev/null
+  rejects busy.bin 'cannot be read whole: Input/output error' \
+    "${read[@]}" inject=read:error=EIO "${command[@]}" busy.bin
+fi
 # Files in /sys are shorter than the size that the system reports.
 log=$(compgen -G '/sys/kernel/mm/*/enabled') || log=$(compgen -G '/sys/kernel/profiling')
 if [ -n "$log" ]; then

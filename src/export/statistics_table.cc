@@ -20,13 +20,18 @@ void AppendFigures(std::span<const std::uint64_t> values, std::string* row) {
     return;
   }
   const Distribution distribution = ComputeDistribution(values);
-  *row += ',' + ShortestText(figures.mean) + ',';
+  *row += ',';
+  *row += ShortestText(figures.mean);
+  *row += ',';
   if (figures.n > 1) {
     *row += ShortestText(figures.stdev);
   }
-  *row += ',' + std::to_string(distribution.min) + ',' +
-          ShortestText(distribution.median) + ',' +
-          std::to_string(distribution.max);
+  *row += ',';
+  *row += std::to_string(distribution.min);
+  *row += ',';
+  *row += ShortestText(distribution.median);
+  *row += ',';
+  *row += std::to_string(distribution.max);
 }
 
 }  // namespace
@@ -58,12 +63,14 @@ void WriteStatistics(std::ostream& stream, const InputLog& log,
       }
       row += ',';
       AppendCsvField(series.name, &row);
-      row += ',' + std::to_string(series.occurrence) + ',';
+      row += ',';
+      row += std::to_string(series.occurrence);
+      row += ',';
       row += series.unit;
       row += ',';
       AppendFigures(CountedValues(series.values, options.num_warmup), &row);
       row += '\n';
-      stream << row;
+      stream.write(row.data(), static_cast<std::streamsize>(row.size()));
     }
   }
 }

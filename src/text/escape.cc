@@ -98,7 +98,7 @@ std::size_t TruncatedSize(std::string_view text, std::size_t longest) {
   if (text.size() <= longest) {
     return text.size();
   }
-  for (std::size_t size = longest; size > longest - 4; --size) {
+  for (std::size_t size = longest; size > 0 && size + 4 > longest; --size) {
     if (!IsContinuation(text[size])) {
       return size;
     }

@@ -21,8 +21,8 @@ namespace lumo {
 //   terminals take them for control characters.
 std::string EscapeControls(std::string_view text);
 
-// Returns the size of `text` truncated to `longest` bytes, at least 4, or to up
-// to 3 fewer so that no UTF-8 character is truncated.
+// Returns the size of `text` truncated to `longest` bytes, or to up to 3 fewer
+// so that no UTF-8 character is truncated.
 std::size_t TruncatedSize(std::string_view text, std::size_t longest);
 
 // As EscapeControls(), but a text of more than 200 bytes is first truncated,

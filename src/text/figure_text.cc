@@ -1,23 +1,30 @@
 #include "text/figure_text.h"
 
 #include <array>
+#include <cassert>
 #include <charconv>
 #include <cmath>
+#include <system_error>
 
 namespace lumo {
 namespace {
 
-// A double before its decimal point has 309 digits at most.
-using Digits = std::array<char, 320>;
+// Formats a number with std::to_chars().
+template <typename... Format>
+std::string ToText(double number, Format... format) {
+  // A double has up to 309 digits before the point, or up to 323 zeros after
+  // it.
+  std::array<char, 400> digits;
+  const auto [end, failure] = std::to_chars(
+      digits.data(), digits.data() + digits.size(), number, format...);
+  assert(failure == std::errc());
+  return {digits.data(), end};
+}
 
 }  // namespace
 
 std::string FixedText(double number, int decimals) {
-  Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                    std::chars_format::fixed, decimals);
-  return {digits.data(), written.ptr};
+  return ToText(number, std::chars_format::fixed, decimals);
 }
 
 std::string ChangeText(double percent) {
@@ -27,11 +34,7 @@ std::string ChangeText(double percent) {
 }
 
 std::string SignificantText(double number, int precision) {
-  Digits digits;
-  const auto written =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number,
-                    std::chars_format::general, precision);
-  return {digits.data(), written.ptr};
+  return ToText(number, std::chars_format::general, precision);
 }
 
 std::string CountText(std::int64_t count, std::string_view noun) {
@@ -44,12 +47,9 @@ std::string ShortestText(double number) {
   // Otherwise 1000000 would be "1e+06". Larger numbers have more digits before
   // the point than they need.
   constexpr double kLargestFixed = 1e15;
-  Digits digits;
-  const auto written = std::to_chars(
-      digits.data(), digits.data() + digits.size(), number,
-      std::abs(number) < kLargestFixed ? std::chars_format::fixed
-                                       : std::chars_format::general);
-  return {digits.data(), written.ptr};
+  return ToText(number, std::abs(number) < kLargestFixed
+                            ? std::chars_format::fixed
+                            : std::chars_format::general);
 }
 
 }  // namespace lumo
