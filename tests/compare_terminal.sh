@@ -25,6 +25,8 @@ else
   echo "Skipped: colors on a terminal: $(<err)"
 fi
 cp log.bin $'a\nb.bin'
-"$program" $'a\nb.bin' log.bin | grep -qF '  before: a\nb.bin, ' ||
-  fail 'the name of a log is not escaped'
+"$program" $'a\nb.bin' $'a\nb.bin' >plain
+for side in before: 'after: '; do
+  grep -qF "  $side a\nb.bin, " plain || fail "the name of a log is not escaped: $side"
+done
 exit "$failed"
