@@ -39,6 +39,12 @@ END
   sed "s/^$name: /!/; s/[,:].*//" | uniq | paste -sd ' ' >out
 [ "$(<out)" = 'log logs/b.bin !nowhere logs/a.bin' ] || fail "not in order: $(<out)"
 
+# If another user's file in a folder like /tmp cannot be replaced, the table is written again.
+"${statistics[@]}" logs/b.bin nowhere logs/a.bin >whole 2>err </dev/null
+mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
+expect 1 '' "$(<err)" "${statistics[@]}" --output sticky/file logs/b.bin nowhere logs/a.bin
+cmp whole sticky/file || fail 'the second table differs'
+
 # Nothing is written without a log that can be read, or to one of the logs.
 fails() { expect 1 '' "$name: $1" "${statistics[@]}" "${@:2}"; }
 fails 'logs/empty: the folder has no logs (files named *.bin)' logs/empty

@@ -112,20 +112,24 @@ int ExportStatistics(const Options& options) {
   for (const lumo::FoundLog& log : found) {
     paths.push_back(log.path);
   }
+  std::size_t next = 0;
+  std::size_t reported = 0;  // logs whose errors have been printed
   bool is_complete = true;
-  auto next = found.begin();
   // Returns the next log that can be read, after messages about those that
   // cannot.
   const auto load_next = [&]() -> std::optional<lumo::InputLog> {
-    for (; next != found.end(); ++next) {
-      if (next->error.empty()) {
-        if (auto log = lumo::LoadInputLog(next->path, &next->error)) {
-          ++next;
+    while (next < found.size()) {
+      lumo::FoundLog& entry = found[next++];
+      if (entry.error.empty()) {
+        if (auto log = lumo::LoadInputLog(entry.path, &entry.error)) {
           return log;
         }
       }
       is_complete = false;
-      lumo::Fail(kProgram, next->error);
+      if (next > reported) {
+        lumo::Fail(kProgram, entry.error);
+        reported = next;
+      }
     }
     return std::nullopt;
   };
@@ -137,6 +141,10 @@ int ExportStatistics(const Options& options) {
   }
   const int status = lumo::WriteOutput(
       kProgram, options.output, paths, "table", [&](std::ostream& stream) {
+        if (!log) {  // the table is written a second time
+          next = 0;
+          log = load_next();
+        }
         lumo::WriteStatisticsColumns(stream);
         while (log && stream) {
           lumo::WriteStatistics(stream, *log, options.statistics_options);
