@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <compare>
 #include <map>
-#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -128,8 +127,9 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
         counts = collector->with_parts ? CountNames(*events, i) : NameCounts();
         last().resize(place);
       }
-      const std::int32_t position = is_operation ? operations : (*counts)[name];
-      ++(*counts)[name];
+      std::int32_t& ordinal = (*counts)[name];
+      const std::int32_t position = is_operation ? operations : ordinal;
+      ++ordinal;
       const std::size_t index =
           FindOrAdd({level, is_operation ? 0 : parent, position, name}, parent,
                     event, collector);
@@ -225,28 +225,32 @@ std::vector<std::size_t> InsertParts(const std::vector<Series>& series,
 // operations; parts are in the order of their first values.
 void SetOccurrences(const std::vector<std::size_t>& keyed,
                     std::vector<Series>* series) {
-  std::vector<std::size_t> rank(series->size());
-  std::iota(rank.begin(), rank.end(), std::size_t{0});
-  for (std::size_t i = 0; i < keyed.size(); ++i) {
-    rank[keyed[i]] = i;
-  }
-  const auto group_of = [series](std::size_t i) {
-    const Series& member = (*series)[i];
-    const bool is_part = member.level == Level::kPart;
-    return std::tuple(
-        member.level,
-        Name{is_part ? (*series)[*member.parent].name : std::string_view()},
-        member.unit, Name{member.name});
+  // What series with different occurrences agree in, and the index of one.
+  struct Member {
+    std::tuple<Level, Name, std::string_view, Name> group;
+    std::size_t index;
   };
-  std::vector<std::size_t> order = rank;
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    const auto order_of_groups = group_of(a) <=> group_of(b);
-    return order_of_groups == 0 ? rank[a] < rank[b] : order_of_groups < 0;
-  });
-  for (std::size_t i = 1; i < order.size(); ++i) {
-    if (group_of(order[i]) == group_of(order[i - 1])) {
-      (*series)[order[i]].occurrence = (*series)[order[i - 1]].occurrence + 1;
+  std::vector<Member> members;
+  members.reserve(series->size());
+  for (const std::size_t i : keyed) {
+    const Series& member = (*series)[i];
+    members.push_back({{member.level, {}, member.unit, {member.name}}, i});
+  }
+  for (std::size_t i = 0; i < series->size(); ++i) {
+    const Series& part = (*series)[i];
+    if (part.level == Level::kPart) {
+      const Name parent = {(*series)[*part.parent].name};
+      members.push_back({{part.level, parent, part.unit, {part.name}}, i});
+    }
+  }
+  std::stable_sort(
+      members.begin(), members.end(),
+      [](const Member& a, const Member& b) { return a.group < b.group; });
+  for (std::size_t i = 1; i < members.size(); ++i) {
+    const Member& previous = members[i - 1];
+    if (members[i].group == previous.group) {
+      (*series)[members[i].index].occurrence =
+          (*series)[previous.index].occurrence + 1;
     }
   }
 }

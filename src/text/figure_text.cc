@@ -47,9 +47,14 @@ std::string ShortestText(double number) {
   // Otherwise 1000000 would be "1e+06". Larger numbers have more digits before
   // the point than they need.
   constexpr double kLargestFixed = 1e15;
-  return ToText(number, std::abs(number) < kLargestFixed
-                            ? std::chars_format::fixed
-                            : std::chars_format::general);
+  if (!(std::abs(number) < kLargestFixed)) {
+    return ToText(number, std::chars_format::general);
+  }
+  // Most numbers are whole, and faster to format as such.
+  const auto whole = static_cast<std::int64_t>(number);
+  return static_cast<double>(whole) == number
+             ? std::to_string(whole)
+             : ToText(number, std::chars_format::fixed);
 }
 
 }  // namespace lumo
