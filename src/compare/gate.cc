@@ -85,12 +85,10 @@ std::string ExplainNoTest(const Comparison& comparison) {
            "same name on both sides";
   }
   const bool are_runs = comparison.sample == Sample::kRuns;
-  const char* const noun = are_runs ? "run" : "log";
-  return nothing + CountText(most_before, noun) + " before and " +
-         CountText(most_after, noun) +
-         " after have values after the warm-up, but " +
-         (are_runs ? "each side needs two"
-                   : "each side needs one, and both together three");
+  return nothing + (are_runs ? "runs" : "logs with runs") +
+         " after the warm-up: " + std::to_string(most_before) + " before, " +
+         std::to_string(most_after) + " after; each side needs " +
+         (are_runs ? "2" : "1, and both together 3");
 }
 
 // Returns how many operations are on one side only, or an empty text if there
@@ -106,10 +104,10 @@ std::string CountUnpaired(const Comparison& comparison) {
       }
     }
   }
-  return before + after == 0
-             ? ""
-             : "not compared: " + CountText(before, "operation") +
-                   " only before, " + std::to_string(after) + " only after";
+  return before + after == 0 ? ""
+                             : "not compared: operations on one side only, " +
+                                   std::to_string(before) + " before and " +
+                                   std::to_string(after) + " after";
 }
 
 }  // namespace
