@@ -10,10 +10,15 @@
 
 #include <nlohmann/json.hpp>
 
-#include "compare/compared_log.h"
-#include "page/page_data.h"
-#include "page/page_html.h"
-#include "page/page_tables.h"
+#include "compare/comparison.h"
+#include "compare/side.h"
+#include "input/input_log.h"
+#include "model/log_series.h"
+#include "page/page_heading.h"
+#include "page/page_logs.h"
+#include "page/page_model.h"
+#include "page/page_sections.h"
+#include "page/row_data.h"
 
 namespace lumo {
 namespace {
@@ -27,8 +32,10 @@ void Check(bool condition) {
 // Whether each "<" begins an element that pages have, and each "&" an entity.
 bool IsOwnMarkup(std::string_view html) {
   static const std::set<std::string_view> elements = {
-      "bdi",  "caption", "div", "h1", "h2", "header", "p",  "rect",  "section",
-      "span", "strong",  "svg", "td", "th", "table",  "tr", "tbody", "thead"};
+      "a",       "b",     "bdi",   "br",    "caption", "details", "div",
+      "h1",      "h2",    "li",    "p",     "rect",    "section", "span",
+      "summary", "svg",   "table", "tbody", "td",      "text",    "th",
+      "thead",   "title", "tr",    "ul"};
   static const std::set<std::string_view> entities = {"amp", "lt", "gt", "quot",
                                                       "#39"};
   std::size_t begin = 0;
@@ -51,24 +58,51 @@ bool IsOwnMarkup(std::string_view html) {
 
 void CheckPage(const std::vector<std::uint8_t>& bytes,
                std::int32_t num_warmup) {
-  Log log = {"<path>&", bytes, nullptr};
-  log.root = GetProfilingLog(log.bytes.data());
-  std::string error;
-  const auto before = MakeComparedLog(std::move(log), &error);
-  if (!before) {
+  const ProfilingLog* const root = GetProfilingLog(bytes.data());
+  const MessageGroups groups = GroupMessages(*root);
+  if (groups.inference_count == 0 || !groups.graph_error.empty()) {
     return;  // there is no page for such a log
   }
-  for (const ComparedLog* after :
-       {static_cast<const ComparedLog*>(nullptr), &*before}) {
-    const Page page = MakePage(*before, after, num_warmup);
+  const InputLog log = {Log("<path>&", bytes, root), groups};
+  const std::vector<RunSeries> all_runs = CollectLogSeries(groups, true);
+  // A page of the log, of the log twice, and of two folders.
+  for (const auto& [side_count, log_count] :
+       {std::pair(1, 1), {2, 1}, {2, 2}}) {
+    Names names;
+    Side side;
+    side.path = "<path>&";
+    PageLogs logs;
+    for (int i = 0; i < log_count; ++i) {
+      side.logs.push_back(side.path);
+      AddLog(static_cast<std::size_t>(i), all_runs, num_warmup, &names, &side);
+      AddPageLog(log, all_runs, &logs);
+    }
+    const auto count = static_cast<std::size_t>(side_count);
+    const std::vector<Side> sides(count, side);
+    const std::vector<PageLogs> all_logs(count, logs);
+    std::string error;
+    const auto comparison =
+        CompareSides(sides.front(), sides.back(), 99, false, &error);
+    const Page page = MakePage(
+        sides, all_logs, side_count == 2 ? &*comparison : nullptr, num_warmup);
+    std::ostringstream html;
+    WriteLogs(html, page);
+    WriteOverview(html, page);
+    WriteSections(html, page);
+    Check(IsOwnMarkup(html.str()));
+    for (const Graph& graph : page.graphs) {
+      for (const Table& table : graph.tables) {
+        for (const Row& row : table.rows) {
+          const std::string json = RowJson(page, graph, table, row);
+          Check(nlohmann::json::accept(json));
+          Check(json.find_first_of("<>&'") == std::string::npos);
+        }
+      }
+    }
     std::ostringstream data;
     WritePageData(data, page);
     Check(nlohmann::json::accept(data.str()));
     Check(data.str().find_first_of("<>&") == std::string::npos);
-    std::ostringstream html;
-    WriteHeading(html, page);
-    WriteTables(html, page);
-    Check(IsOwnMarkup(html.str()));
   }
 }
 

@@ -16,8 +16,10 @@
 #include "compare/comparison.h"
 #include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
+#include "compare/side.h"
 #include "export/event_table.h"
 #include "log/log.h"
+#include "model/log_series.h"
 #include "model/message_groups.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
@@ -25,24 +27,44 @@
 namespace lumo {
 namespace {
 
+// Returns the side of a log in memory.
+Side MakeSide(const ProfilingLog& log, std::int32_t num_warmup, Names* names) {
+  Side side;
+  side.path = "log";
+  side.logs.emplace_back("log");
+  AddLog(0, CollectLogSeries(GroupMessages(log), true), num_warmup, names,
+         &side);
+  return side;
+}
+
 void Compare(const ProfilingLog& before, const ProfilingLog& after,
              std::int32_t num_warmup) {
-  const LogSeries before_series = CollectLogSeries(GroupMessages(before));
-  const LogSeries after_series = CollectLogSeries(GroupMessages(after));
-  const auto all_runs =
-      CompareSeries(before_series, after_series, num_warmup, 99);
-  for (const ComparedRuns& runs : all_runs) {
-    for (const SeriesPair& pair : runs.pairs) {
-      const double p = pair.p_adjusted.value_or(1);
-      const bool is_probability = p >= 0 && p <= 1;
-      if (!is_probability) {
-        std::abort();
+  Names names;
+  const Side sides[] = {MakeSide(before, num_warmup, &names),
+                        MakeSide(after, num_warmup, &names)};
+  for (const bool ignore_node_ids : {false, true}) {
+    std::string error;
+    const auto comparison =
+        CompareSides(sides[0], sides[1], 99, ignore_node_ids, &error);
+    if (!comparison) {
+      std::abort();  // small logs have few operations
+    }
+    for (const Block& block : comparison->blocks) {
+      for (const SeriesPair& pair : block.pairs) {
+        const double p = pair.p_adjusted.value_or(1);
+        const bool is_probability = p >= 0 && p <= 1;
+        if (!is_probability) {
+          std::abort();
+        }
       }
     }
+    const auto notes =
+        MakeNotes(sides[0], sides[1], *comparison, num_warmup, ignore_node_ids);
+    std::ostringstream text;
+    WriteComparison(text, *comparison,
+                    {sides[0], sides[1], num_warmup, 99, notes}, true);
+    WriteComparisonRows(text, *comparison);
   }
-  std::ostringstream text;
-  WriteComparison(text, all_runs, {"before", "after", num_warmup, 99}, true);
-  WriteComparisonRows(text, all_runs);
 }
 
 }  // namespace

@@ -11,16 +11,17 @@
 
 #include <gtest/gtest.h>
 
-#include "compare/compared_log.h"
 #include "compare/comparison.h"
 #include "compare/comparison_rows.h"
+#include "compare/side.h"
 #include "export/event_table.h"
 #include "generated_log.h"
 #include "log/log.h"
+#include "model/log_series.h"
 #include "model/message_groups.h"
-#include "page/page_data.h"
-#include "page/page_html.h"
-#include "page/page_tables.h"
+#include "page/page_logs.h"
+#include "page/page_model.h"
+#include "page/page_sections.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -84,17 +85,26 @@ TEST(Limits, AFailedWriteEndsTheText) {
       GenerateLog({.operations = 20000, .zeros = 1000000, .is_shared = true}),
       nullptr};
   log.root = GetProfilingLog(log.bytes.data());
+  const MessageGroups groups = GroupMessages(*log.root);
+  const std::vector<RunSeries> all_runs = CollectLogSeries(groups, true);
+  Names names;
+  std::vector<Side> sides(1);
+  sides.front().logs.emplace_back("log");
+  AddLog(0, all_runs, 1, &names, &sides.front());
   std::string error;
-  const auto compared = MakeComparedLog(std::move(log), &error);
-  ASSERT_TRUE(compared) << error;
+  const auto comparison =
+      CompareSides(sides.front(), Side(), 99.0, false, &error);
+  ASSERT_TRUE(comparison) << error;
   std::ostream failed(nullptr);
   const std::clock_t start = std::clock();
-  WriteEventTable(failed, *compared->log.root);
-  WriteComparisonRows(failed, CompareSeries(compared->series, {}, 1, 99));
+  WriteEventTable(failed, *log.root);
+  WriteComparisonRows(failed, *comparison);
 #ifdef LUMO_HAS_PAGE
-  const Page page = MakePage(*compared, nullptr, 1);
-  WriteTables(failed, page);
-  WritePageData(failed, page);
+  std::vector<PageLogs> logs(1);
+  AddPageLog({std::move(log), groups}, all_runs, &logs.front());
+  const Page page = MakePage(sides, logs, nullptr, 1);
+  EXPECT_NE(ExplainSize(page), "");
+  WriteSections(failed, page);
 #endif
   EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5) << "seconds";
 }

@@ -40,69 +40,64 @@ DisplayText MakeDisplayText(std::string_view bytes) {
   return text;
 }
 
-std::string NotedText(std::string_view bytes) {
-  auto [text, note] = MakeDisplayText(bytes);
-  if (!note.empty()) {
-    text += text.empty() ? "(" : " (";
-    text += note + ")";
+std::string NotedText(const DisplayText& text) {
+  if (text.note.empty()) {
+    return text.text;
   }
-  return text;
+  return text.text + (text.text.empty() ? "(" : " (") + text.note + ")";
 }
 
 std::string EscapeHtml(std::string_view text) {
+  constexpr std::string_view kSpecial = "&<>\"'";
+  constexpr const char* kEntities[] = {"&amp;", "&lt;", "&gt;", "&quot;",
+                                       "&#39;"};
   std::string html;
   for (const char c : text) {
+    const std::size_t special = kSpecial.find(c);
+    if (special == std::string_view::npos) {
+      html += c;
+    } else {
+      html += kEntities[special];
+    }
+  }
+  return html;
+}
+
+std::string TextHtml(const DisplayText& text) {
+  std::string html =
+      text.text.empty() ? "" : "<bdi>" + EscapeHtml(text.text) + "</bdi>";
+  if (!text.note.empty()) {
+    html += text.text.empty() ? "" : " ";
+    html += "<span class=\"text-note\">(" + text.note + ")</span>";
+  }
+  return html;
+}
+
+std::string QuoteJson(std::string_view text) {
+  std::string quoted;
+  for (const char c : nlohmann::json(text).dump(-1, ' ', true)) {
     switch (c) {
-      case '&':
-        html += "&amp;";
-        break;
       case '<':
-        html += "&lt;";
+        quoted += "\\u003c";
         break;
       case '>':
-        html += "&gt;";
+        quoted += "\\u003e";
         break;
-      case '"':
-        html += "&quot;";
+      case '&':
+        quoted += "\\u0026";
         break;
       case '\'':
-        html += "&#39;";
+        quoted += "\\u0027";
         break;
       default:
-        html += c;
+        quoted += c;
     }
   }
-  return html;
+  return quoted;
 }
 
-std::string TextHtml(std::string_view bytes) {
-  const auto [text, note] = MakeDisplayText(bytes);
-  std::string html = text.empty() ? "" : "<bdi>" + EscapeHtml(text) + "</bdi>";
-  if (!note.empty()) {
-    html += text.empty() ? "" : " ";
-    html += "<span class=\"text-note\">(" + note + ")</span>";
-  }
-  return html;
-}
-
-std::string EscapeJsonForHtml(std::string_view json) {
-  std::string escaped;
-  for (const char c : json) {
-    switch (c) {
-      case '<':
-        escaped += "\\u003c";
-        break;
-      case '>':
-        escaped += "\\u003e";
-        break;
-      case '&':
-        escaped += "\\u0026";
-        break;
-      default:
-        escaped += c;
-    }
-  }
-  return escaped;
+std::string JsonText(std::string_view bytes) {
+  return QuoteJson(NotedText(MakeDisplayText(bytes)));
 }
 
 }  // namespace lumo

@@ -21,19 +21,22 @@ struct DisplayText {
 
 DisplayText MakeDisplayText(std::string_view bytes);
 
-// Returns the display text with its note, if any, in parentheses.
-std::string NotedText(std::string_view bytes);
+// Returns the text with its note, if any, in parentheses.
+std::string NotedText(const DisplayText& text);
 
 // Returns `text` escaped for HTML, in text and in quoted attributes.
 std::string EscapeHtml(std::string_view text);
 
-// Returns a text from a log as HTML: its display text, isolated from the text
-// around it in case it has another direction, and its note.
-std::string TextHtml(std::string_view bytes);
+// Returns the text as HTML, isolated from the text around it in case it has
+// another direction, with its note.
+std::string TextHtml(const DisplayText& text);
 
-// Returns `json`, which must be ASCII, with <, > and & escaped, so that it
-// cannot begin or end an element. JSON has these characters only in strings.
-std::string EscapeJsonForHtml(std::string_view json);
+// Returns `text`, valid UTF-8, as a JSON string in ASCII that can be placed
+// inside an element or a quoted attribute: <, >, & and ' are escaped.
+std::string QuoteJson(std::string_view text);
+
+// Returns the noted display text of a text from a log, see QuoteJson().
+std::string JsonText(std::string_view bytes);
 
 }  // namespace lumo
 

@@ -1,5 +1,4 @@
-// lumo-profile-page: writes one profiling log, or two to compare, as an HTML
-// page.
+// lumo-profile-page: writes profiling logs as an HTML page.
 
 #include <algorithm>
 #include <cstddef>
@@ -13,41 +12,64 @@
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/output.h"
-#include "compare/compared_log.h"
-#include "page/page_data.h"
-#include "page/page_html.h"
-#include "page/page_tables.h"
+#include "compare/comparison.h"
+#include "compare/comparison_text.h"
+#include "compare/read_sides.h"
+#include "page/page_heading.h"
+#include "page/page_logs.h"
+#include "page/page_model.h"
+#include "page/page_sections.h"
 #include "page/page_template.h"
 
 namespace {
 
 constexpr lumo::Program kProgram = {
     "lumo-profile-page",
-    "usage: lumo-profile-page [--num_warmup W] [--output FILE] LOG [LOG]\n"
-    "Writes a profiling log, or two to compare, as a page for a browser.\n"
+    "usage: lumo-profile-page [OPTION]... LOG [LOG]\n"
+    "Writes profiling logs, or a comparison of two sides, as a page for a "
+    "browser.\n"
+    "LOG is a log, or a folder of logs (files named *.bin).\n"
     "\n"
-    "  --num_warmup W  runs to exclude as warm-up; default: 1\n"
-    "  --output FILE   write to FILE; default: standard output\n"
-    "  --help          print this text and exit\n"
-    "  --version       print the version and exit\n"};
+    "  --num_warmup W     runs of each log to exclude as warm-up; default: 1\n"
+    "  --ignore_node_ids  pair operations by their names without node_id_N:\n"
+    "  --output FILE      write to FILE; default: standard output\n"
+    "  --help             print this text and exit\n"
+    "  --version          print the version and exit\n"};
 
-// A browser takes minutes for more rows. Only an artificial log has as many.
-constexpr std::size_t kMaxSeries = 100000;
+struct Options {
+  std::int32_t num_warmup = 1;
+  bool ignore_node_ids = false;
+  std::string output;
+  // The paths of the sides.
+  std::vector<std::string> paths;
+};
 
-std::size_t CountSeries(const lumo::Page& page) {
-  std::size_t count = 0;
-  for (const lumo::ComparedRuns& runs : page.all_runs) {
-    count += runs.pairs.size();
+// Sets `options`. Returns the exit status, or nothing if the run continues.
+std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
+  if (const std::optional<int> status = lumo::ParseCommandLine(
+          kProgram, argc, argv,
+          {{"num_warmup", &options->num_warmup},
+           {"ignore_node_ids", &options->ignore_node_ids},
+           {"output", &options->output}},
+          2, &options->paths)) {
+    return status;
   }
-  return count;
+  if (options->paths.empty() ||
+      std::count(options->paths.begin(), options->paths.end(), "") > 0) {
+    return lumo::RejectCommandLine(kProgram, "a log is required");
+  }
+  return std::nullopt;
 }
 
 void WritePage(std::ostream& stream, const lumo::Page& page) {
   stream << lumo::kPageBeforeTitle << lumo::MakeTitle(page)
          << lumo::kPageBeforeHeading;
-  lumo::WriteHeading(stream, page);
+  lumo::WriteLogs(stream, page);
+  if (!page.graphs.empty()) {
+    lumo::WriteOverview(stream, page);
+  }
   stream << lumo::kPageBeforeTables;
-  lumo::WriteTables(stream, page);
+  lumo::WriteSections(stream, page);
   stream << lumo::kPageBeforeData;
   lumo::WritePageData(stream, page);
   stream << lumo::kPageEnd;
@@ -58,34 +80,46 @@ void WritePage(std::ostream& stream, const lumo::Page& page) {
 int main(int argc, char** argv) {
   lumo::PrepareProcess();
 
-  std::int32_t num_warmup = 1;
-  std::string output;
-  std::vector<std::string> paths;
-  if (const std::optional<int> status = lumo::ParseCommandLine(
-          kProgram, argc, argv,
-          {{"num_warmup", &num_warmup}, {"output", &output}}, 2, &paths)) {
+  Options options;
+  if (const std::optional<int> status = ParseOptions(argc, argv, &options)) {
     return *status;
   }
-  if (paths.empty() || std::count(paths.begin(), paths.end(), "") > 0) {
-    return lumo::RejectCommandLine(kProgram, "a log is required");
-  }
-  std::vector<lumo::ComparedLog> logs;
   std::string error;
-  for (const std::string& path : paths) {
-    std::optional<lumo::ComparedLog> log = lumo::LoadComparedLog(path, &error);
-    if (!log) {
+  lumo::Names names;
+  std::vector<lumo::PageLogs> logs(options.paths.size());
+  const auto sides = lumo::ReadSides(
+      options.paths, options.num_warmup, &names,
+      [&logs](std::size_t side, const lumo::InputLog& log,
+              std::vector<lumo::RunSeries> all_runs) {
+        lumo::AddPageLog(log, std::move(all_runs), &logs[side]);
+      },
+      &error);
+  if (!sides) {
+    return lumo::Fail(kProgram, error);
+  }
+  std::optional<lumo::Comparison> comparison;
+  if (sides->size() == 2) {
+    comparison = lumo::CompareSides(sides->front(), sides->back(),
+                                    lumo::kDefaultConfidence,
+                                    options.ignore_node_ids, &error);
+    if (!comparison) {
       return lumo::Fail(kProgram, error);
     }
-    logs.push_back(std::move(*log));
   }
-  const lumo::Page page = lumo::MakePage(
-      logs.front(), logs.size() == 2 ? &logs.back() : nullptr, num_warmup);
-  if (const std::size_t count = CountSeries(page); count > kMaxSeries) {
-    return lumo::Fail(kProgram, "too many different events for a page: " +
-                                    std::to_string(count) + ", more than " +
-                                    std::to_string(kMaxSeries));
+  lumo::Page page = lumo::MakePage(
+      *sides, logs, comparison ? &*comparison : nullptr, options.num_warmup);
+  if (error = lumo::ExplainSize(page); !error.empty()) {
+    return lumo::Fail(kProgram, error);
+  }
+  if (comparison) {
+    page.notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
+                                 options.num_warmup, options.ignore_node_ids);
+  }
+  std::vector<std::string> paths;
+  for (const lumo::Side& side : *sides) {
+    paths.insert(paths.end(), side.logs.begin(), side.logs.end());
   }
   return lumo::WriteOutput(
-      kProgram, output, paths, "page",
+      kProgram, options.output, paths, "page",
       [&page](std::ostream& stream) { WritePage(stream, page); });
 }

@@ -1,139 +1,225 @@
 #include "page/page_columns.h"
 
-#include <cstdint>
-#include <optional>
+#include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "model/event_fields.h"
 #include "page/display_text.h"
+#include "page/figure_html.h"
 #include "text/figure_text.h"
 
 namespace lumo {
 namespace {
 
-std::string MeanCell(const std::optional<SeriesFigures>& figures) {
-  return HasMean(figures) ? FixedText(figures->mean) : "";
+// The name without the node id, unless that is longer than any real one.
+std::string_view ShownName(const SideSeries& series) {
+  const std::string_view start = series.name.substr(0, 100);
+  const std::size_t id_size = start.size() - BareName(start).size();
+  return series.level == Level::kOperation ? series.name.substr(id_size)
+                                           : series.name;
 }
 
-std::string DeviationCell(const std::optional<SeriesFigures>& figures) {
-  return HasMean(figures) ? FixedText(figures->stdev) : "";
+// "14" for "node_id_14:Conv", otherwise an empty text.
+std::string_view NodeText(const SideSeries& series) {
+  constexpr std::size_t kPrefixSize = std::string_view("node_id_").size();
+  const std::string_view shown = ShownName(series);
+  return shown.size() == series.name.size()
+             ? ""
+             : series.name.substr(
+                   kPrefixSize,
+                   series.name.size() - shown.size() - kPrefixSize - 1);
 }
 
-std::string ShareCell(const PageLog& log, const Row& row,
-                      const std::optional<SeriesFigures>& figures) {
-  const std::optional<float> share =
-      figures ? ShareOf(log, row.runs.graph, *figures) : std::nullopt;
-  return share ? FixedText(*share) + "%" : "";
+const RowSide& SideOf(const Cell& cell) {
+  return cell.row.sides[cell.column.side];
 }
 
-std::string VerdictCell(const Row& row) {
-  const char* const sign = row.pair.verdict == Verdict::kHigher  ? "▲ "
-                           : row.pair.verdict == Verdict::kLower ? "▼ "
-                                                                 : "";
-  return "<span class=\"" + std::string(VerdictText(row.pair.verdict)) + "\">" +
-         sign + VerdictWords(row.pair.verdict) + "</span>";
+// The first side that has the row.
+const RowSide& FirstSide(const Row& row) {
+  return row.sides.front().series != nullptr ? row.sides.front()
+                                             : row.sides.back();
 }
 
-// A bar as SVG, because the page's policy blocks style attributes.
-std::string Bar(const std::optional<SeriesFigures>& figures, float largest_mean,
-                const char* css_class, int top) {
-  if (!HasMean(figures) || largest_mean <= 0.0F) {
+std::string NodeCell(const Cell& cell) { return NodeHtml(cell.row); }
+
+std::optional<double> NodeValue(const Cell& cell) {
+  const std::int32_t id = ParseNodeId(SeriesOf(cell.row).name);
+  return id == -1 ? std::nullopt : std::optional<double>(id);
+}
+
+std::string NameCell(const Cell& cell) { return NameHtml(cell.row); }
+
+std::string ShareCell(const Cell& cell) {
+  return PercentText(FirstSide(cell.row).share);
+}
+
+std::optional<double> ShareValue(const Cell& cell) {
+  return FirstSide(cell.row).share;
+}
+
+std::string MeanCell(const Cell& cell) {
+  return MeanHtml(SideOf(cell).figures);
+}
+
+std::optional<double> MeanValue(const Cell& cell) {
+  const Figures& figures = SideOf(cell).figures;
+  return figures.n == 0 ? std::nullopt : std::optional(figures.mean);
+}
+
+std::string DifferenceCell(const Cell& cell) {
+  const std::optional<double> difference = DifferenceOf(cell.row);
+  return difference
+             ? DifferenceText(*difference, cell.row.sides.front().figures.mean)
+             : "";
+}
+
+std::optional<double> DifferenceValue(const Cell& cell) {
+  return DifferenceOf(cell.row);
+}
+
+std::string ChangeCell(const Cell& cell) {
+  return ChangeHtml(cell.row.pair->change_percent);
+}
+
+std::optional<double> ChangeValue(const Cell& cell) {
+  return cell.row.pair->change_percent;
+}
+
+std::string VerdictCell(const Cell& cell) {
+  return VerdictHtml(*cell.row.pair);
+}
+
+std::string UnitCell(const Cell& cell) {
+  return std::string(SeriesOf(cell.row).unit);
+}
+
+// "5 of 5, 1 of 5"
+std::string LogsCell(const Cell& cell) {
+  std::string text;
+  for (std::size_t i = 0; i < cell.row.sides.size(); ++i) {
+    const SideSeries* const series = cell.row.sides[i].series;
+    text += (i == 0 ? "" : ", ") +
+            std::to_string(series != nullptr ? series->logs.size() : 0) +
+            " of " + std::to_string(cell.page.sides[i].logs.size());
+  }
+  return text;
+}
+
+std::optional<double> LogsValue(const Cell& cell) {
+  std::size_t count = 0;
+  for (const RowSide& side : cell.row.sides) {
+    count += side.series != nullptr ? side.series->logs.size() : 0;
+  }
+  return static_cast<double>(count);
+}
+
+// A bar as SVG, because the page's policy blocks style attributes. It compares
+// the sizes of the rows that have the same unit. Bars of differences begin in
+// the middle.
+std::string BarCell(const Cell& cell) {
+  const double largest =
+      cell.table.units.at(SeriesOf(cell.row).unit).largest_size;
+  const std::optional<double> share = PercentOf(SizeOf(cell.row), largest);
+  const std::optional<double> difference = DifferenceOf(cell.row);
+  const bool has_bar =
+      cell.row.pair == nullptr ? SizeOf(cell.row) >= 0 : difference.has_value();
+  if (!share || !has_bar) {
     return "";
   }
-  return "<rect class=\"" + std::string(css_class) + "\" y=\"" +
-         std::to_string(top) + "\" height=\"4\" width=\"" +
-         FixedText(100.0 * figures->mean / largest_mean) + "\"/>";
+  const double width = cell.row.pair == nullptr ? *share : *share / 2;
+  const double left = cell.row.pair == nullptr ? 0
+                      : *difference < 0        ? 50 - width
+                                               : 50;
+  return R"(<svg aria-hidden="true"><rect x=")" + FixedText(left) +
+         R"(%" width=")" + FixedText(width) + R"(%" height="100%"/></svg>)";
 }
 
-std::string BarsCell(const Row& row) {
-  return "<svg viewBox=\"0 0 100 8\" preserveAspectRatio=\"none\" "
-         "aria-hidden=\"true\">" +
-         Bar(row.pair.before, row.largest_mean, "before",
-             row.page.after ? 0 : 2) +
-         Bar(row.pair.after, row.largest_mean, "after", 4) + "</svg>";
-}
-
-std::string NodeCell(const Row& row) {
-  const std::int32_t id = ParseNodeId(row.pair.name);
-  return id == -1 ? "" : std::to_string(id);
-}
-
-std::string NameCell(const Row& row) { return TextHtml(row.pair.name); }
-std::string UnitCell(const Row& row) { return std::string(row.pair.unit); }
-std::string BeforeCell(const Row& row) { return MeanCell(row.pair.before); }
-std::string AfterCell(const Row& row) { return MeanCell(row.pair.after); }
-
-std::string BeforeDeviationCell(const Row& row) {
-  return DeviationCell(row.pair.before);
-}
-
-std::string AfterDeviationCell(const Row& row) {
-  return DeviationCell(row.pair.after);
-}
-
-std::string BeforeShareCell(const Row& row) {
-  return ShareCell(row.page.before, row, row.pair.before);
-}
-
-std::string AfterShareCell(const Row& row) {
-  return ShareCell(*row.page.after, row, row.pair.after);
-}
-
-std::string ChangeCell(const Row& row) {
-  return row.pair.change_percent ? ChangeText(*row.pair.change_percent) : "";
-}
-
-constexpr Column kNode = {"Node", "node_id", "number", false, NodeCell};
-constexpr Column kOperation = {"Operation", "name", "name", true, NameCell};
-constexpr Column kEvent = {"Event", "name", "name", true, NameCell};
-constexpr Column kMean = {"Mean", "before.mean", "number", false, BeforeCell};
-constexpr Column kDeviation = {"Std. dev.", "before.stdev", "number", false,
-                               BeforeDeviationCell};
-constexpr Column kShare = {"Share", "before.share", "number", false,
-                           BeforeShareCell};
-// The squares are the legend of the bars and of the chart.
-constexpr Column kBefore = {"<span class=\"key before\"></span>Before",
-                            "before.mean", "number", false, BeforeCell};
-constexpr Column kAfter = {"<span class=\"key after\"></span>After",
-                           "after.mean", "number", false, AfterCell};
-constexpr Column kAfterDeviation = {"Std. dev.", "after.stdev", "number", false,
-                                    AfterDeviationCell};
-constexpr Column kAfterShare = {"Share", "after.share", "number", false,
-                                AfterShareCell};
-constexpr Column kUnit = {"Unit", "unit", "unit", false, UnitCell};
-constexpr Column kChange = {"Change", "change_percent", "number", false,
-                            ChangeCell};
-constexpr Column kVerdict = {"Verdict", "verdict", "verdict", false,
-                             VerdictCell};
-constexpr Column kBars = {"", "", "bars", false, BarsCell};
+constexpr Column kNode = {"node",   "Node",    "number quiet wide-only",
+                          NodeCell, NodeValue, 0};
+constexpr Column kOperation = {"name",   "Operation", "name",
+                               NameCell, nullptr,     0};
+constexpr Column kEvent = {"name", "Event", "name", NameCell, nullptr, 0};
+constexpr Column kShare = {"share",   "Share",    "number share",
+                           ShareCell, ShareValue, 0};
+constexpr Column kMean = {"mean",   "Mean",    "number mean",
+                          MeanCell, MeanValue, 0};
+// The squares are the legend of the chart.
+constexpr Column kBefore = {
+    "before",      "<span class=\"key before\"></span>Before",
+    "number mean", MeanCell,
+    MeanValue,     0};
+constexpr Column kAfter = {
+    "after",       "<span class=\"key after\"></span>After",
+    "number mean", MeanCell,
+    MeanValue,     1};
+constexpr Column kUnit = {"unit", "Unit", "unit", UnitCell, nullptr, 0};
+constexpr Column kLogs = {"logs",   "Logs",    "number quiet logs",
+                          LogsCell, LogsValue, 0};
+constexpr Column kDifference = {"difference",        "Difference",
+                                "number difference", DifferenceCell,
+                                DifferenceValue,     0};
+constexpr Column kBar = {"", "", "bar", BarCell, nullptr, 0};
+constexpr Column kChange = {"change",   "Change",    "number change",
+                            ChangeCell, ChangeValue, 0};
+constexpr Column kVerdict = {"verdict",   "Verdict", "verdict",
+                             VerdictCell, nullptr,   0};
 
 }  // namespace
 
-std::vector<Column> ColumnsOf(const Page& page, Level level, bool has_unit) {
-  const bool is_operation = level == Level::kOperation;
+std::vector<Column> ColumnsOf(const Page& page, const Table& table) {
+  const bool is_operation = table.level == Level::kOperation;
+  const bool is_compared = page.comparison != nullptr;
   std::vector<Column> columns;
   const auto append_if = [&columns](bool condition, const Column& column) {
     if (condition) {
       columns.push_back(column);
     }
   };
-  append_if(is_operation, kNode);
+  append_if(std::any_of(table.rows.begin(), table.rows.end(),
+                        [](const Row& row) { return !NodeHtml(row).empty(); }),
+            kNode);
   columns.push_back(is_operation ? kOperation : kEvent);
-  columns.push_back(page.after ? kBefore : kMean);
-  columns.push_back(kDeviation);
   append_if(is_operation, kShare);
-  if (page.after) {
-    columns.push_back(kAfter);
-    columns.push_back(kAfterDeviation);
-    append_if(is_operation, kAfterShare);
-  }
-  append_if(has_unit, kUnit);
-  if (page.after) {
-    columns.push_back(kChange);
-    columns.push_back(kVerdict);
-  }
-  append_if(is_operation, kBars);
+  append_if(is_operation && !is_compared, kBar);
+  columns.push_back(is_compared ? kBefore : kMean);
+  append_if(is_compared, kAfter);
+  append_if(table.units.size() > 1, kUnit);
+  append_if(is_compared, kDifference);
+  append_if(is_compared, kBar);
+  append_if(is_compared, kChange);
+  append_if(is_compared, kVerdict);
+  append_if(page.sample == Sample::kLogs, kLogs);
   return columns;
+}
+
+std::string NodeHtml(const Row& row) {
+  const auto node_of = [](const RowSide& side) {
+    const std::string_view text = NodeText(*side.series);
+    return text.empty() ? "–" : MakeDisplayText(text).text;
+  };
+  const RowSide& first = FirstSide(row);
+  std::string node = node_of(first);
+  const RowSide& last = row.sides.back();
+  if (last.series != nullptr && last.series->name != first.series->name) {
+    node += "→" + node_of(last);
+  }
+  return node == "–" ? "" : node;
+}
+
+std::string NameHtml(const Row& row) {
+  const SideSeries& series = SeriesOf(row);
+  const std::string name = TextHtml(MakeDisplayText(ShownName(series)));
+  return row.is_repeated ? name + " <span class=\"quiet\">(occurrence " +
+                               std::to_string(series.occurrence) + ")</span>"
+                         : name;
+}
+
+std::string VerdictHtml(const SeriesPair& pair) {
+  const char* const sign = pair.verdict == Verdict::kHigher  ? "▲ "
+                           : pair.verdict == Verdict::kLower ? "▼ "
+                                                             : "";
+  return sign + VerdictWords(pair.verdict);
 }
 
 }  // namespace lumo

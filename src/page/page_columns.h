@@ -3,39 +3,53 @@
 #ifndef LUMO_PAGE_PAGE_COLUMNS_H_
 #define LUMO_PAGE_PAGE_COLUMNS_H_
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "page/page_tables.h"
+#include "page/page_model.h"
 
 namespace lumo {
 
-// The data for the cells of a row.
-struct Row {
+struct Column;
+
+// The data for a cell of a row.
+struct Cell {
   const Page& page;
-  const ComparedRuns& runs;
-  const SeriesPair& pair;
-  // The largest mean of the table in the unit of the pair; it has the longest
-  // bar.
-  float largest_mean;
+  const Table& table;
+  const Row& row;
+  const Column& column;
 };
 
 struct Column {
-  // As HTML; may be empty.
-  const char* heading;
-  // The path of the value in the data of a series, see WritePageData(), that
-  // the script sorts by; empty if the column cannot be sorted.
+  // Names the column in the address of the page.
   const char* key;
+  // As HTML; may be empty, for a column that cannot be sorted.
+  const char* heading;
   const char* css_class;
-  // Whether its cells are row headings.
-  bool is_heading;
   // Returns the content of a cell as HTML.
-  std::string (*cell)(const Row&);
+  std::string (*html)(const Cell&);
+  // Returns the value that the column is sorted by. Nothing if it is missing.
+  // Null for a column that is sorted by its text.
+  std::optional<double> (*value)(const Cell&);
+  // The side that the column is about, if it is about one.
+  std::size_t side;
 };
 
-// Returns the columns of a table of this level, for a page about one log or
-// two, with or without a column for the unit.
-std::vector<Column> ColumnsOf(const Page& page, Level level, bool has_unit);
+// Returns the columns of a table.
+std::vector<Column> ColumnsOf(const Page& page, const Table& table);
+
+// Returns the node ids of an operation on the sides, such as "14" or "11→5",
+// as HTML; empty if its name has none.
+std::string NodeHtml(const Row& row);
+
+// Returns the name of a row as HTML, without its node ids, and with its
+// occurrence if several series have the name.
+std::string NameHtml(const Row& row);
+
+// Returns the verdict of a pair as HTML, with a sign.
+std::string VerdictHtml(const SeriesPair& pair);
 
 }  // namespace lumo
 

@@ -1,0 +1,135 @@
+#include "page/page_sections.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "page/display_text.h"
+#include "page/page_columns.h"
+#include "page/page_strips.h"
+#include "page/row_data.h"
+#include "text/figure_text.h"
+
+namespace lumo {
+namespace {
+
+void WriteRow(std::ostream& stream, const Page& page, const Graph& graph,
+              const Table& table, const std::vector<Column>& columns,
+              const Row& row) {
+  stream << "<tr id=\"row-" << row.number << "\" class=\""
+         << (row.pair != nullptr ? VerdictText(row.pair->verdict) : "")
+         << "\" data-series='" << RowJson(page, graph, table, row) << "'>";
+  for (const Column& column : columns) {
+    const Cell cell = {page, table, row, column};
+    const bool is_heading = std::string_view(column.key) == "name";
+    stream << (is_heading ? "<th scope=\"row\" class=\"" : "<td class=\"")
+           << column.css_class << '"';
+    const std::optional<double> value =
+        column.value != nullptr ? column.value(cell) : std::nullopt;
+    if (value) {
+      stream << " data-value=\"" << ShortestText(*value) << '"';
+    }
+    stream << '>' << column.html(cell) << (is_heading ? "</th>" : "</td>");
+  }
+  stream << "</tr>\n";
+}
+
+// "Operations, cycles <span>13</span>"
+std::string CaptionOf(const Table& table) {
+  std::string caption = table.level == Level::kOperation ? "Operations"
+                        : table.kind == RunKind::kExecute
+                            ? "Top-level events of the execute runs"
+                            : "Top-level events of the finalize runs";
+  if (table.units.size() == 1 && !table.units.begin()->first.empty()) {
+    caption += ", " + std::string(table.units.begin()->first);
+  }
+  return caption + " <span class=\"count\">" +
+         std::to_string(table.rows.size()) + "</span>";
+}
+
+// The note below a table.
+std::string NoteOf(const Page& page, const Table& table) {
+  if (table.level == Level::kEvent) {
+    return "These events overlap: do not add them up.";
+  }
+  std::string note =
+      "A share is the mean in percent of the sum of the means of all "
+      "operations";
+  note += table.units.size() == 1 ? "" : " in the same unit";
+  return note + (page.sides.size() == 1
+                     ? "."
+                     : ", before the change if both sides have the operation.");
+}
+
+void WriteTable(std::ostream& stream, const Page& page, const Graph& graph,
+                const Table& table) {
+  const std::vector<Column> columns = ColumnsOf(page, table);
+  stream << "<table class=\"series\"><caption>" << CaptionOf(table)
+         << "</caption>\n<thead><tr>";
+  for (const Column& column : columns) {
+    if (*column.heading == '\0') {
+      stream << "<td class=\"" << column.css_class << "\"></td>";
+    } else {
+      stream << "<th scope=\"col\" class=\"" << column.css_class
+             << "\" data-key=\"" << column.key << "\">" << column.heading
+             << "</th>";
+    }
+  }
+  stream << "</tr></thead>\n<tbody>\n";
+  for (const Row& row : table.rows) {
+    if (!stream.good()) {
+      return;
+    }
+    WriteRow(stream, page, graph, table, columns, row);
+  }
+  stream << "</tbody></table>\n<p class=\"note\">" << NoteOf(page, table)
+         << "</p>\n";
+}
+
+}  // namespace
+
+void WriteSections(std::ostream& stream, const Page& page) {
+  if (page.graphs.empty()) {
+    stream << "<p>The runs have no events.</p>\n";
+  }
+  for (const Graph& graph : page.graphs) {
+    if (!stream.good()) {
+      return;
+    }
+    stream << "<section class=\"graph\" id=\"graph-" << graph.number
+           << "\">\n<h2>Graph " << graph.number
+           << " <span class=\"summary\">The time of a run, to scale: means "
+              "after the warm-up</span></h2>\n";
+    WriteStrips(stream, page, graph);
+    stream << "<div class=\"columns\"><div class=\"tables\">\n";
+    for (const Table& table : graph.tables) {
+      WriteTable(stream, page, graph, table);
+    }
+    stream << "</div></div>\n</section>\n";
+  }
+  for (const std::string& note : page.notes) {
+    stream << "<p class=\"note\">Note: " << EscapeHtml(note) << "</p>\n";
+  }
+}
+
+void WritePageData(std::ostream& stream, const Page& page) {
+  stream << "{\"sides\":" << page.sides.size()
+         << ",\"num_warmup\":" << page.num_warmup;
+  if (page.sample == Sample::kLogs) {
+    const char* separator = ",\"logs\":[[";
+    for (std::size_t i = 0; i < page.sides.size(); ++i) {
+      for (std::size_t log = 0; log < page.sides[i].logs.size(); ++log) {
+        stream << separator << "\n[" << JsonText(page.sides[i].logs[log]) << ","
+               << QuoteJson(NotedText(page.logs[i].facts[log].date)) << "]";
+        separator = ",";
+      }
+      separator = "],[";
+    }
+    stream << "]]";
+  }
+  stream << "}\n";
+}
+
+}  // namespace lumo

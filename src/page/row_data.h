@@ -1,0 +1,36 @@
+// The data of a row for the chart and the panel of the page.
+
+#ifndef LUMO_PAGE_ROW_DATA_H_
+#define LUMO_PAGE_ROW_DATA_H_
+
+#include <string>
+
+#include "page/page_model.h"
+
+namespace lumo {
+
+// Returns the data of a row as JSON that can be placed inside a quoted
+// attribute, see QuoteJson(): an object with
+//
+// - "unit".
+// - "sides": for each side null, if it does not have the series, or an object
+//   with "n", the number of values of the sample, "stdev" and "figures", the
+//   texts of "min", "median", "p90" and "max", if they exist. On a page about
+//   runs it also has "values"; "runs", the runs of the values, unless these are
+//   0, 1 and so on; and "excluded", the number of first values that the figures
+//   exclude. On a page about logs it has "logs": the index, mean and deviation
+//   of each log with a value, the deviation null for a single value.
+// - "p" and "interval", the texts of the test, if they exist.
+// - "parts": [depth from 0, name, unit, texts...] for the first 1,000 parts, in
+//   their order. The texts are null, or the mean and its share of the series,
+//   for each side. "is_cut" if there are more.
+std::string RowJson(const Page& page, const Graph& graph, const Table& table,
+                    const Row& row);
+
+// Returns the name of a part without the name of the event above it, to which
+// writers usually append it.
+std::string_view ShortName(std::string_view part, std::string_view above);
+
+}  // namespace lumo
+
+#endif  // LUMO_PAGE_ROW_DATA_H_
