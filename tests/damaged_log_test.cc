@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <ctime>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -64,6 +65,42 @@ TEST(Limits, TheRootTableMayHaveAnyAlignedOffset) {
     log.insert(log.end(), vtable_and_table.begin(), vtable_and_table.end());
     EXPECT_EQ(IsValid(log), offset % 4 == 0) << "offset " << int{offset};
   }
+}
+
+// Counts that exceed 16 bits: each run is listed, and each event of a table has
+// its own number and that of its parent.
+TEST(Limits, CountsHaveMoreThan16Bits) {
+  const LogShape shape = {
+      .executes = 70000, .operations = 1, .sub_events = 0, .events = 1};
+  const Bytes log = GenerateLog(shape);
+  std::istringstream report(RunViewer(log, 1, 1));
+  std::int64_t runs = 0;
+  for (std::string line; std::getline(report, line);) {
+    runs += line == "        Graph index: 0" ? 1 : 0;
+  }
+  // One finalize run, and once in the graph statistics, the averages and the
+  // top list.
+  EXPECT_EQ(runs, shape.executes + 4);
+
+  std::stringstream table;
+  WriteEventTable(table, *GetProfilingLog(log.data()));
+  std::string row;
+  std::getline(table, row);
+  std::int64_t number = 0;
+  std::vector<std::string> last = {""};  // the last event of each level
+  for (; std::getline(table, row); ++number) {
+    std::istringstream fields(row);
+    std::vector<std::string> texts;
+    for (std::string text; std::getline(fields, text, ',');) {
+      texts.push_back(text);
+    }
+    const std::size_t level = std::stoul(texts[8]);
+    ASSERT_EQ(texts[6], std::to_string(number));
+    ASSERT_EQ(texts[7], last[level]) << row;
+    last.resize(level + 1);
+    last.push_back(texts[6]);
+  }
+  EXPECT_GT(number, 2 * shape.executes);
 }
 
 // In a hash set of this size, all of these indices would share a bucket, and

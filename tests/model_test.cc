@@ -101,6 +101,8 @@ TEST(TopOps, TiesFollowTheHeap) {
       {{1, 1, 1, 1, 1, 1, 1, 1, 1}, 3, "cih"},
       {{1, 1, 1, 1}, -1, "cdba"},
       {{2, 1, 2, 1, 2}, 3, "cea"},
+      {std::vector<float>(20, 1), -1, "cefgijklmnoqrstphdba"},
+      {std::vector<float>(26, 1), 17, "cefgijklmnoqzyxwv"},
       {{kNaN, kNaN, kNaN}, 5, "cba"},
       {{kNaN, kNaN, kNaN}, 2, "cb"},
   };

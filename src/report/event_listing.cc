@@ -1,7 +1,9 @@
 #include "report/event_listing.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <iomanip>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -10,8 +12,8 @@
 
 #include "model/event_fields.h"
 #include "model/message_groups.h"
-#include "report/percent_field.h"
 #include "report/summary.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {
@@ -87,6 +89,17 @@ bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
   }
   WriteSummary(stream, statistics, num_warmup);
   return true;
+}
+
+void WritePercentField(std::ostream& stream, float percent) {
+  // The notation is for the figures after this one. The percentage itself is
+  // not formatted through the stream, because a detailed log has one for every
+  // operation of every run, and the stream is slow.
+  stream << std::fixed << std::setprecision(2);
+  // Only a share of 0 in 0 is NaN. Its sign differs between machines, so it is
+  // fixed here.
+  stream << std::setw(5) << (std::isnan(percent) ? "-nan" : FixedText(percent))
+         << "% | ";
 }
 
 }  // namespace lumo

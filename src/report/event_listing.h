@@ -1,4 +1,5 @@
-// The listing of messages and their events.
+// The listing of messages and their events, and the percentage that begins the
+// lines of operations, here and in the sections about operations.
 
 #ifndef LUMO_REPORT_EVENT_LISTING_H_
 #define LUMO_REPORT_EVENT_LISTING_H_
@@ -20,6 +21,11 @@ bool WriteEventData(std::ostream& stream, const ProfilingLog* root,
                     const std::vector<StatisticsMap>& statistics,
                     std::int32_t first, std::int32_t end,
                     std::int32_t num_warmup);
+
+// Writes "12.50% | ": the number with two decimals, or "inf" or "-nan", padded
+// to 5 characters. Leaves the stream in fixed notation with two decimals: the
+// report requires that figures below the first percentage have two decimals.
+void WritePercentField(std::ostream& stream, float percent);
 
 }  // namespace lumo
 

@@ -3,7 +3,7 @@
 #include <iomanip>
 #include <string_view>
 
-#include "report/percent_field.h"
+#include "report/event_listing.h"
 #include "text/figure_text.h"
 
 namespace lumo {

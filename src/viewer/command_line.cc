@@ -9,7 +9,6 @@
 #include <getopt.h>
 
 #include "text/escape.h"
-#include "viewer/console.h"
 
 namespace lumo {
 namespace {

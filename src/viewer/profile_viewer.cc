@@ -9,7 +9,6 @@
 #include "report/event_listing.h"
 #include "report/op_sections.h"
 #include "report/report_header.h"
-#include "report/text_room.h"
 
 namespace lumo {
 
@@ -161,6 +160,20 @@ bool ProfileViewer::WriteTextFile(const std::string& path,
   }
   file << text;
   return true;
+}
+
+bool ReportError(const Console& console, std::string_view text) {
+  console.out << "[Profile Viewer] Error: " << text << std::endl;
+  return false;
+}
+
+bool ReportLocation(const Console& console, std::string_view step, int number) {
+  // Write one string, because standard error is not buffered.
+  const std::string line = "Error in lumo-profile-viewer function at " +
+                           std::string(step) + ":" + std::to_string(number) +
+                           "\n";
+  console.err << line;
+  return false;
 }
 
 }  // namespace lumo

@@ -1,11 +1,14 @@
-// The viewer: one object, one run, four steps.
+// The viewer: one object, one run, four steps; and the lines that report a
+// failure.
 
 #ifndef LUMO_VIEWER_PROFILE_VIEWER_H_
 #define LUMO_VIEWER_PROFILE_VIEWER_H_
 
 #include <cstdint>
+#include <ostream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/message_groups.h"
@@ -13,9 +16,18 @@
 #include "model/run_statistics.h"
 #include "profiling_log_generated.h"
 #include "report/log_text.h"
-#include "viewer/console.h"
 
 namespace lumo {
+
+// The two streams of a run. They must outlive it. Each line to `out` is
+// flushed, the report is not.
+struct Console {
+  // Standard output: echoed options, a warning, errors and, without --output,
+  // the report.
+  std::ostream& out;
+  // Standard error: the step that failed.
+  std::ostream& err;
+};
 
 // Call each step once, in their order, and only if the previous one returned
 // true. A step that returns false has written one line about the problem to
@@ -120,6 +132,15 @@ class ProfileViewer {
   std::vector<OpAverageMap> op_averages;
   std::vector<std::vector<TopOpEntry>> top_ops;
 };
+
+// Writes "[Profile Viewer] Error: " and `text` as a line to `console.out`.
+// Returns false, for a step to return in turn.
+bool ReportError(const Console& console, std::string_view text);
+
+// Writes the step that failed to `console.err`. Returns false. Scripts search
+// for these lines, so their words and numbers are fixed, even though the
+// numbers are no longer lines of the source.
+bool ReportLocation(const Console& console, std::string_view step, int number);
 
 }  // namespace lumo
 
