@@ -1,7 +1,5 @@
 #include "page/display_text.h"
 
-#include <cstddef>
-
 #include <nlohmann/json.hpp>
 
 #include "text/escape.h"
@@ -21,9 +19,8 @@ std::string ReplaceInvalid(std::string_view bytes) {
 }  // namespace
 
 DisplayText MakeDisplayText(std::string_view bytes) {
-  constexpr std::size_t kLongest = 1000;
   const std::string_view shown =
-      bytes.substr(0, TruncatedSize(bytes, kLongest));
+      bytes.substr(0, TruncatedSize(bytes, kLongestText));
   const std::string valid = ReplaceInvalid(shown);
   DisplayText text = {EscapeControls(valid), ""};
   if (bytes.empty()) {

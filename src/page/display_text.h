@@ -3,10 +3,14 @@
 #ifndef LUMO_PAGE_DISPLAY_TEXT_H_
 #define LUMO_PAGE_DISPLAY_TEXT_H_
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace lumo {
+
+// The number of bytes of a text that are shown.
+inline constexpr std::size_t kLongestText = 1000;
 
 // A text that a browser can show.
 struct DisplayText {

@@ -245,7 +245,9 @@ std::string ExplainSize(const Page& page) {
   for (const Side& side : page.sides) {
     for (const auto& [key, runs] : side.runs) {
       for (const SideSeries& series : runs.series) {
-        text += JsonText(series.name).size();
+        for (const char c : series.name.substr(0, kLongestText)) {
+          text += c >= ' ' && c <= '~' ? 1 : 6;  // such as "\u0645"
+        }
         if (text > limit) {
           return explain("much text in the names of events", text, limit) +
                  " bytes";
