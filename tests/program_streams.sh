@@ -27,6 +27,7 @@ cp older file && { "${run[@]}" --output stdout && echo end; } >>file
 # Nothing needs standard error if there is no message.
 bash -c 'exec "$@" 2>&-' - "${run[@]}" --output file
 cmp file whole || fail 'the output depends on standard error'
+reserves_streams file
 # A pipe without a reader ends the run, even if SIGPIPE is ignored.
 expect 141 '' '' bash -c 'trap "" PIPE; exec 3> >(:); wait $!; "$@" >&3' - "${run[@]}"
 exit "$failed"

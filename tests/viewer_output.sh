@@ -10,6 +10,8 @@ device full 7
 cp older r.txt
 expect 0 '[Profile Viewer] Output txt file: [r.txt]' '' "${run[@]}" --output r.txt
 cmp r.txt whole.txt || fail 'a report differs from that on standard output'
+expect 0 '[Profile Viewer] Output txt file: [-]' '' "${run[@]}" --output -
+cmp ./- whole.txt || fail 'the name "-" does not mean a file'
 
 # A report that cannot be created; one that would overwrite the log, under any name.
 for report in missing/r.txt folder log.bin ./folder/../log.bin hard.bin soft.bin; do

@@ -13,6 +13,11 @@ device full 7
   expect 1 '' '' bash -c '"$@" >&- 2>&-' - "$program" --input_profile_data=missing.bin
 }
 "${run[@]}" | tail -n +2 | cmp - r.txt || fail 'a report contains other lines'
+reserves_streams report.txt
+# A pipe without a reader ends the run.
+# shellcheck disable=SC2016 # The expansions are the inner shell's.
+expect 141 '' '' env --default-signal=PIPE \
+  bash -c 'exec 3> >(:); wait $!; "$@" >&3' - "${run[@]}"
 # A run that is killed, here because of the size of its report, has already printed the
 # accepted options and the warning.
 for pair in '--input_profile_data=log.bin data: [log.bin]' '--output=r.txt file: [r.txt]' \

@@ -47,3 +47,14 @@ expect() {
     fail "$(printf '%s\nstatus %s\n%s\nexpected %s\n%s\n%s' "$*" "$status" \
       "$(tail -n 1 out; cat err)" "$want_status" "$want_out" "$want_err")"
 }
+
+# reserves_streams OUTPUT: checks that the log and the output are not opened as a standard
+# stream if that is closed. Otherwise, the message of an abort could go into the output.
+reserves_streams() {
+  can_trace || return 0
+  # shellcheck disable=SC2016 # $@ is the inner shell's.
+  "${strace[@]}" -e trace=openat bash -c 'exec "$@" <&- >&- 2>&-' - "${run[@]}" --output "$1"
+  grep -E '"(log\.bin|[^"]*/\.lumo-[^"]*|'"$1"')".* = [0-9]' calls >opened
+  [ "$(wc -l <opened)" -ge 2 ] || fail "opens only $(<opened)"
+  ! grep ' = [012]$' opened || fail 'a file becomes a standard stream'
+}
