@@ -27,6 +27,7 @@ while IFS= read -r line; do
   [ -z "$is_own" ] || printf '%s\n' "$line" >>"$work/wanted"
   [[ $is_own && $line = '$ '* ]] || continue
   status=0
+  arguments=()
   eval "arguments=(${line#'$ '"$name"})"
   (exec -c -a "$name" "$program" "${arguments[@]}") >"$work/out" 2>"$work/err" </dev/null ||
     status=$?

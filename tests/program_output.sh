@@ -17,7 +17,8 @@ expect_file() {
 "${run[@]}" >whole || fail 'does not write its output'
 # An empty name means standard output.
 "${run[@]}" --output= | cmp - whole || fail 'rejects an empty --output'
-writes "${run[@]}" --output - && cmp ./- whole || fail 'the name "-" does not mean a file'
+writes "${run[@]}" --output -
+cmp ./- whole || fail 'the name "-" does not mean a file'
 
 # A new file, an older file and the target of a symbolic link, with their modes.
 mkdir new && (umask 007 && "${run[@]}" --output new/file) && expect_file new/file whole
