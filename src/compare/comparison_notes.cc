@@ -8,18 +8,19 @@ namespace lumo {
 namespace {
 
 std::string SingleLogNote(const Side& before, const Side& after) {
-  if (before.logs.size() == 1 && after.logs.size() == 1) {
+  const bool is_before = before.logs.size() == 1;
+  const bool is_after = after.logs.size() == 1;
+  if (is_before && is_after) {
     return "With one log on each side, differences between recordings, such as "
            "temperature and clock rate, count as differences of the program. "
-           "Compare folders with several logs to measure them.";
+           "Compare folders with several logs to measure these differences.";
   }
-  if (before.logs.size() > 1 && after.logs.size() > 1) {
+  if (!is_before && !is_after) {
     return "";
   }
-  const bool is_before = before.logs.size() == 1;
-  return std::string("There is one log ") + (is_before ? "before" : "after") +
-         ". It is assumed that recordings like it vary as much as the logs " +
-         (is_before ? "after" : "before") + ".";
+  return std::string("The side ") + (is_before ? "before" : "after") +
+         " has only one log. It is assumed to vary as much as the logs " +
+         (is_before ? "after." : "before.");
 }
 
 std::string SlowStartNote(const Side& before, const Side& after,
@@ -27,38 +28,37 @@ std::string SlowStartNote(const Side& before, const Side& after,
   const SlowStart* slowest = nullptr;
   std::string path;
   std::int64_t logs = 0;
-  std::int64_t longest = 0;
+  std::int64_t most = 0;
   for (const Side* side : {&before, &after}) {
     for (const SlowStart& start : side->slow_starts) {
-      if (slowest == nullptr || start.ratio > slowest->ratio) {
+      if (slowest == nullptr || IsSlower(start, *slowest)) {
         slowest = &start;
         path = Printable(side->logs[start.log]);
       }
-      longest = std::max<std::int64_t>(longest, start.count);
+      most = std::max<std::int64_t>(most, start.most);
       ++logs;
     }
   }
   if (slowest == nullptr) {
     return "";
   }
-  const bool is_one = slowest->count == 1;
   return path + ": the first " +
-         (is_one ? "counted run is "
-                 : CountText(slowest->count, "counted run") + " are ") +
-         FixedText(100.0 * (slowest->ratio - 1.0), 1) +
-         "% slower than the median. --num_warmup " +
-         std::to_string(num_warmup + longest) + " would exclude " +
-         (is_one ? "it" : "them") +
-         (logs == 1 ? "."
-                    : ", and the slow first runs of " +
-                          CountText(logs - 1, "more log") + ".");
+         (slowest->count == 1
+              ? "counted run takes "
+              : CountText(slowest->count, "counted run") + " take ") +
+         FixedText(slowest->mean) + " us" +
+         (slowest->count == 1 ? "" : " on average") + ", the median run " +
+         FixedText(slowest->median) + " us. --num_warmup " +
+         std::to_string(num_warmup + most) +
+         " would exclude the slow first runs of this log" +
+         (logs == 1 ? "." : " and of " + std::to_string(logs - 1) + " more.");
 }
 
 std::string NodeIdNote(const Comparison& comparison) {
   const std::int64_t fewer = CountFewerAlone(comparison).value_or(0);
   return fewer <= 0 ? ""
-                    : "--ignore_node_ids would leave " + std::to_string(fewer) +
-                          " fewer series on one side only.";
+                    : "With --ignore_node_ids, " + std::to_string(fewer) +
+                          " fewer series would be on one side only.";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include "compare/comparison_text.h"
 #include "text/figure_text.h"
@@ -61,9 +62,12 @@ std::string DescribeSlowdown(const Slowdown& slowdown, double max_slowdown) {
 // Returns why no event or operation of the execute runs in us or cycles was
 // tested, or an empty text if one was.
 std::string ExplainNoTest(const Comparison& comparison) {
-  bool is_paired = false;
-  std::int32_t most_before = 0;
-  std::int32_t most_after = 0;
+  const SeriesPair* largest = nullptr;  // the pair that lacks the fewest values
+  const auto size_of = [](const SeriesPair& pair) {
+    const auto [fewer, more] =
+        std::minmax(pair.figures_before.n, pair.figures_after.n);
+    return std::pair(fewer, more);
+  };
   for (const Block& block : comparison.blocks) {
     for (const SeriesPair& pair : block.pairs) {
       if (block.kind != RunKind::kExecute || !IsTime(pair) ||
@@ -73,22 +77,24 @@ std::string ExplainNoTest(const Comparison& comparison) {
       if (pair.p_adjusted) {
         return "";
       }
-      is_paired = true;
-      most_before = std::max(most_before, pair.figures_before.n);
-      most_after = std::max(most_after, pair.figures_after.n);
+      if (largest == nullptr || size_of(pair) > size_of(*largest)) {
+        largest = &pair;
+      }
     }
   }
   const std::string nothing = "nothing was tested for --max_slowdown: ";
-  if (!is_paired) {
+  if (largest == nullptr) {
     return nothing +
            "no event or operation of the execute runs in us or cycles has the "
-           "same name on both sides";
+           "same graph, unit and name on both sides";
   }
-  const bool are_runs = comparison.sample == Sample::kRuns;
-  return nothing + (are_runs ? "runs" : "logs with runs") +
-         " after the warm-up: " + std::to_string(most_before) + " before, " +
-         std::to_string(most_after) + " after; each side needs " +
-         (are_runs ? "2" : "1, and both together 3");
+  return nothing +
+         (comparison.sample == Sample::kRuns
+              ? "each side needs 2 runs after the warm-up"
+              : "each side needs a log with runs after the warm-up, and both "
+                "together need 3") +
+         ", but there are " + std::to_string(largest->figures_before.n) +
+         " before and " + std::to_string(largest->figures_after.n) + " after";
 }
 
 // Returns how many operations are on one side only, or an empty text if there

@@ -45,10 +45,9 @@ std::size_t FindOrAdd(const Series& series, std::string_view name,
   return entry->second;
 }
 
-// Returns how many of the first values are slow: above the median of all values
-// by more than 5 percent, and by more than ten times their median absolute
-// deviation, which 1.4826 scales to a standard deviation.
-std::optional<SlowStart> FindSlowStart(std::span<const std::uint64_t> values) {
+// Returns the slow start of a graph with these counted values, if there is one.
+std::optional<SlowStart> FindSlowStart(std::size_t log,
+                                       std::span<const std::uint64_t> values) {
   if (values.empty()) {
     return std::nullopt;
   }
@@ -59,41 +58,40 @@ std::optional<SlowStart> FindSlowStart(std::span<const std::uint64_t> values) {
   for (const double number : numbers) {
     deviations.push_back(std::abs(number - median));
   }
+  constexpr double kScale = 1.4826;  // to the deviation of normal values
   const double limit =
-      std::max(1.05 * median, median + 10 * 1.4826 * Median(deviations));
+      std::max(1.05 * median, median + 10 * kScale * Median(deviations));
   const auto end =
       std::find_if(numbers.begin(), numbers.end(),
                    [limit](double number) { return number <= limit; });
-  const auto count = static_cast<std::size_t>(end - numbers.begin());
+  const auto count = static_cast<std::int32_t>(end - numbers.begin());
   if (count == 0) {
     return std::nullopt;
   }
-  return SlowStart{0, static_cast<std::int32_t>(count),
-                   ComputeFigures(values.first(count)).mean / median};
+  const double mean =
+      ComputeFigures(values.first(static_cast<std::size_t>(count))).mean;
+  return SlowStart{log, count, mean, median, count};
 }
 
-// Notes whether the whole runs of a graph are slow at first.
-void AddSlowStart(std::size_t log, const RunSeries& runs,
-                  std::int32_t num_warmup,
-                  std::vector<SlowStart>* slow_starts) {
-  const std::optional<std::size_t> whole_run = FindTimedRun(runs);
-  if (!whole_run) {
+// Adds the slow start of a graph to those of the logs.
+void AddSlowStart(const SlowStart& start, std::vector<SlowStart>* slow_starts) {
+  if (slow_starts->empty() || slow_starts->back().log != start.log) {
+    slow_starts->push_back(start);
     return;
   }
-  std::optional<SlowStart> start =
-      FindSlowStart(CountedValues(runs.series[*whole_run].values, num_warmup));
-  if (!start) {
-    return;
+  SlowStart& previous = slow_starts->back();
+  const std::int32_t most = std::max(previous.most, start.most);
+  if (IsSlower(start, previous)) {
+    previous = start;
   }
-  start->log = log;
-  if (slow_starts->empty() || slow_starts->back().log != log) {
-    slow_starts->push_back(*start);
-  } else if (start->ratio > slow_starts->back().ratio) {
-    slow_starts->back() = *start;
-  }
+  previous.most = most;
 }
 
 }  // namespace
+
+bool IsSlower(const SlowStart& a, const SlowStart& b) {
+  return a.mean * b.median > b.mean * a.median;
+}
 
 void AddLog(std::size_t log, const std::vector<RunSeries>& all_runs,
             std::int32_t num_warmup, Names* names, Side* side) {
@@ -112,7 +110,13 @@ void AddLog(std::size_t log, const std::vector<RunSeries>& all_runs,
       side_runs.series[places.back()].logs.push_back(
           {log, ComputeFigures(CountedValues(series.values, num_warmup))});
     }
-    AddSlowStart(log, runs, num_warmup, &side->slow_starts);
+    if (const std::optional<std::size_t> timed = FindTimedRun(runs)) {
+      const std::vector<std::uint64_t>& values = runs.series[*timed].values;
+      if (const auto start =
+              FindSlowStart(log, CountedValues(values, num_warmup))) {
+        AddSlowStart(*start, &side->slow_starts);
+      }
+    }
   }
 }
 

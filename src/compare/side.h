@@ -65,15 +65,23 @@ struct SideRuns {
       indices;
 };
 
-// A log whose whole runs are slow at first, see FindSlowStart().
+// A log whose whole runs are slow at first: the first counted values are above
+// the median of all counted values by more than 5 percent, and by more than ten
+// times their median absolute deviation, scaled to a standard deviation.
 struct SlowStart {
   // The index of the log.
   std::size_t log;
-  // How many of the counted values of a graph are slow.
+  // Of the graph with the largest ratio of mean and median: how many values are
+  // slow, their mean, and the median of all counted values.
   std::int32_t count;
-  // The mean of these values, divided by the median of all counted values.
-  double ratio;
+  double mean;
+  double median;
+  // The largest number of slow values of a graph.
+  std::int32_t most;
 };
+
+// Returns whether the ratio of mean and median of `a` is larger.
+bool IsSlower(const SlowStart& a, const SlowStart& b);
 
 struct Side {
   // The argument of the program, a log or a folder, and the logs that it stands
@@ -82,7 +90,7 @@ struct Side {
   std::vector<std::string> logs;
   // By kind and graph.
   std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs;
-  // At most one for each log, for the graph with the largest ratio.
+  // At most one for each log.
   std::vector<SlowStart> slow_starts;
 };
 

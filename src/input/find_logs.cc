@@ -34,7 +34,13 @@ void AppendNamed(const std::string& folder, std::vector<FoundLog>* found) {
        entry.increment(failure)) {
     const std::string path = entry->path();
     struct stat status = {};
-    if (lstat(path.c_str(), &status) == 0 && IsFolder(status)) {
+    if (lstat(path.c_str(), &status) != 0) {
+      if (errno != ENOENT) {  // otherwise it was removed in the meantime
+        // It may be a folder with logs, under a path that is too long.
+        found->push_back({path, Printable(path) + ": cannot be read: " +
+                                    std::strerror(errno)});
+      }
+    } else if (IsFolder(status)) {
       subfolders.push_back(path);
     } else if (HasLogName(entry->path().filename().native())) {
       found->push_back({path, ""});
