@@ -87,21 +87,26 @@ std::optional<double> ChangeValue(const Cell& cell) {
 }
 
 std::string VerdictCell(const Cell& cell) {
-  return VerdictHtml(*cell.row.pair);
+  return cell.row.pair->verdict == Verdict::kNoDifference
+             ? "<abbr title=\"no difference\">~</abbr>"
+             : VerdictHtml(*cell.row.pair);
 }
 
 std::string UnitCell(const Cell& cell) {
   return std::string(SeriesOf(cell.row).unit);
 }
 
-// "5 of 5, 1 of 5"
+// "5 of 5" for each side, or once if they are equal.
 std::string LogsCell(const Cell& cell) {
   std::string text;
   for (std::size_t i = 0; i < cell.row.sides.size(); ++i) {
     const SideSeries* const series = cell.row.sides[i].series;
-    text += (i == 0 ? "" : ", ") +
-            std::to_string(series != nullptr ? series->logs.size() : 0) +
-            " of " + std::to_string(cell.page.sides[i].logs.size());
+    const std::string count =
+        std::to_string(series != nullptr ? series->logs.size() : 0) + " of " +
+        std::to_string(cell.page.sides[i].logs.size());
+    if (count != text) {
+      text += (text.empty() ? "" : ", ") + count;
+    }
   }
   return text;
 }
@@ -135,7 +140,7 @@ std::string BarCell(const Cell& cell) {
          R"(%" width=")" + FixedText(width) + R"(%" height="100%"/></svg>)";
 }
 
-constexpr Column kNode = {"node",   "Node",    "number quiet wide-only",
+constexpr Column kNode = {"node",   "Node",    "number quiet node",
                           NodeCell, NodeValue, 0};
 constexpr Column kOperation = {"name",   "Operation", "name",
                                NameCell, nullptr,     0};

@@ -73,10 +73,15 @@ bool AreEqual(const Page& page, std::string (*text)(const LogFacts&)) {
       });
 }
 
+// Returns whether the sides have equal numbers of runs.
+bool HaveEqualRuns(const Page& page) {
+  return RunCountsText(page.sides.front(), RunKind::kExecute) ==
+         RunCountsText(page.sides.back(), RunKind::kExecute);
+}
+
 // "2026-03-04 11:02:45, 60 runs of each graph", or "5 logs, 2026-03-04 11:02:45
 // to 2026-03-08 11:02:45, 300 runs of each graph".
 std::string DescribeSide(const Page& page, std::size_t i) {
-  const Side& side = page.sides[i];
   const std::vector<LogFacts>& facts = page.logs[i].facts;
   std::string text = "<span class=\"log\">" + SideHeading(page, i);
   if (facts.size() > 1) {
@@ -86,8 +91,10 @@ std::string DescribeSide(const Page& page, std::size_t i) {
   if (facts.size() > 1) {
     text += " to <b>" + DateHtml(facts.back()) + "</b>";
   }
-  text += ", <b>" + RunCountsText(side, RunKind::kExecute) + "</b></span>\n";
-  return text;
+  if (!HaveEqualRuns(page)) {
+    text += ", <b>" + RunCountsText(page.sides[i], RunKind::kExecute) + "</b>";
+  }
+  return text + "</span>\n";
 }
 
 // What is equal in all logs, and what is not.
@@ -95,7 +102,10 @@ std::string DescribeAll(const Page& page) {
   const bool has_several =
       page.sides.size() + page.logs.front().facts.size() > 2;
   std::string text = "<span class=\"log\">";
-  text += page.sides.size() == 2 ? "both: " : has_several ? "all: " : "";
+  text += page.sides.size() == 2 ? "both: " : "";
+  if (HaveEqualRuns(page)) {
+    text += "<b>" + RunCountsText(page.sides[0], RunKind::kExecute) + "</b>, ";
+  }
   text += AreEqual(page, BackendsHtml)
               ? BackendsHtml(page.logs.front().facts.front())
               : "<b>backends differ</b>";

@@ -37,7 +37,7 @@ OperationCounts CountOperations(const Table& operations) {
 
 void WriteCount(std::ostream& stream, std::int64_t count,
                 std::string_view css_class) {
-  stream << "<td class=\"number " << css_class << "\">"
+  stream << "<td class=\"number count " << css_class << "\">"
          << (count == 0 ? "–" : std::to_string(count)) << "</td>";
 }
 
@@ -89,7 +89,7 @@ void WriteGraph(std::ostream& stream, const Graph& graph) {
                                        ? CountOperations(*operations)
                                        : OperationCounts();
     if (operations != nullptr && counts.tested == 0) {
-      stream << "<td colspan=\"2\" class=\"number quiet\">not tested</td>";
+      stream << "<td colspan=\"2\" class=\"number count\">not tested</td>";
     } else {
       WriteCount(stream, counts.higher, "higher");
       WriteCount(stream, counts.lower, "lower");
@@ -136,17 +136,20 @@ void WriteOverview(std::ostream& stream, const Page& page) {
   stream << "</h2>\n<div class=\"overview\"><table>\n<thead><tr>"
             "<th scope=\"col\" class=\"name\">Graph and whole run</th>"
          << (is_compared
-                 ? "<th scope=\"col\" class=\"number\">Before</th>"
-                   "<th scope=\"col\" class=\"number\">After</th><td></td>"
+                 ? "<th scope=\"col\" class=\"number mean\">Before</th>"
+                   "<th scope=\"col\" class=\"number mean\">After</th><td "
+                   "class=\"unit\"></td>"
                    "<th scope=\"col\" class=\"number\">Change</th>"
                    "<th scope=\"col\">Verdict</th>"
-                   "<th scope=\"col\" class=\"number\">Operations ▲</th>"
-                   "<th scope=\"col\" class=\"number\">▼</th>"
-                   "<th scope=\"col\" class=\"number\">one side only</th>"
-                   "<th scope=\"col\">The largest</th>"
-                 : "<th scope=\"col\" class=\"number\">Mean</th><td></td>"
+                   "<th scope=\"col\" class=\"number count\">Operations ▲</th>"
+                   "<th scope=\"col\" class=\"number count\">▼</th>"
+                   "<th scope=\"col\" class=\"number count\">one side</th>"
+                   "<th scope=\"col\" class=\"largest\">The largest</th>"
+                 : "<th scope=\"col\" class=\"number mean\">Mean</th><td "
+                   "class=\"unit\"></td>"
                    "<th scope=\"col\" class=\"number\">Std. dev.</th>"
-                   "<th scope=\"col\">The largest operations</th>")
+                   "<th scope=\"col\" class=\"largest\">The largest "
+                   "operations</th>")
          << "</tr></thead>\n<tbody>\n";
   for (const Graph& graph : page.graphs) {
     if (stream.good()) {

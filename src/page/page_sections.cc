@@ -60,14 +60,16 @@ std::string NoteOf(const Page& page, const Table& table) {
   note += table.units.size() == 1 ? "" : " in the same unit";
   return note + (page.sides.size() == 1
                      ? "."
-                     : ", before the change if both sides have the operation.");
+                     : ", before the change if both sides have the operation. "
+                       "~ is no difference.");
 }
 
 void WriteTable(std::ostream& stream, const Page& page, const Graph& graph,
                 const Table& table) {
   const std::vector<Column> columns = ColumnsOf(page, table);
-  stream << "<table class=\"series\"><caption>" << CaptionOf(table)
-         << "</caption>\n<thead><tr>";
+  stream << "<table class=\"series"
+         << (page.comparison != nullptr ? " compared" : "") << "\"><caption>"
+         << CaptionOf(table) << "</caption>\n<thead><tr>";
   for (const Column& column : columns) {
     if (*column.heading == '\0') {
       stream << "<td class=\"" << column.css_class << "\"></td>";
@@ -101,7 +103,8 @@ void WriteSections(std::ostream& stream, const Page& page) {
     stream << "<section class=\"graph\" id=\"graph-" << graph.number
            << "\">\n<h2>Graph " << graph.number
            << " <span class=\"summary\">The time of a run, to scale: means "
-              "after the warm-up</span></h2>\n";
+              "after the warm-up. Point at a piece to read it, click to choose "
+              "it.</span></h2>\n";
     WriteStrips(stream, page, graph);
     stream << "<div class=\"columns\"><div class=\"tables\">\n";
     for (const Table& table : graph.tables) {

@@ -61,8 +61,8 @@ void WriteStrip(std::ostream& stream, const Strip& strip, double scale,
            << ": " << NumberText(piece.mean) << ' ' << unit << ", "
            << PercentText(PercentOf(piece.mean, strip.sum))
            << "</title><rect width=\"100%\" height=\"100%\"/>";
-    // A character is about 0.7 percent wide.
-    if (width > 2.0 + 0.7 * static_cast<double>(piece.name.size())) {
+    // A character is about 0.6 percent wide.
+    if (width > 1.0 + 0.6 * static_cast<double>(piece.name.size())) {
       stream << "<text x=\"6\" y=\"1.1em\">" << EscapeHtml(piece.name)
              << "</text>";
     }
