@@ -7,7 +7,7 @@
 source "$(dirname "$0")/work_folder.sh"
 
 mkdir -p logs/{b,c/d,empty,secret} && chmod 0 logs/secret
-for log in logs/{a.bin,b.bin,b/1.bin,c/d/2.bin}; do cp log.bin $log; done
+for log in logs/{a.bin,b.bin,b/1.bin,c/d/2.bin}; do cp log.bin "$log"; done
 ln logs/a.bin logs/b/0.bin          # a hard link: logs/a.bin comes first
 ln -s b/1.bin logs/a1.bin           # a symbolic link: comes before its file
 ln -s . logs/itself                 # links to folders are ignored
