@@ -7,6 +7,8 @@ or for damaged logs; figures are exact fractions.
 import collections
 import fractions
 import math
+import os
+import statistics
 import struct
 
 UNITS = {1: "us", 2: "bytes", 3: "cycles", 4: "count"}
@@ -167,3 +169,27 @@ def is_same(text, exact, mean=None):
                             abs_tol=float(mean) * 2**-52)
     value = float(exact)
     return float(text) == value and len(text) <= len(repr(value).removesuffix(".0"))
+
+
+def fleet_rows(paths, group=lambda path: "", num_warmup=1, parts=False):
+    """Returns the rows of fleet.py for readable logs. Texts are as in latin-1, numbers are
+    texts, except for the mean and the deviation."""
+    means = {}
+    for path in sorted(paths, key=os.fsencode):
+        for kind, graph, level, parent, name, occurrence, unit, _, mean, *_ in \
+                statistics_of(read_log(path), num_warmup, parts):
+            if kind == "execute":
+                key = (os.fsencode(group(path)), graph, level, parent if level == "part" else b"",
+                       name, occurrence, unit)
+                means.setdefault(key, []).append((mean if mean is None else float(mean),
+                                                  os.fsencode(path)))
+    for key, logs in sorted(means.items()):
+        measured = [log for log in logs if log[0] is not None]
+        values = [mean for mean, _ in measured]
+        row = [*key, len(logs), *[item for choose in (min, max) if values
+                                  for item in choose(measured, key=lambda log: log[0])]]
+        row = [item.decode("latin-1") if isinstance(item, bytes) else
+               str(item).removesuffix(".0") for item in row]
+        yield row[:8] + [statistics.fmean(values) if values else None,
+                         statistics.stdev(values) if len(values) > 1 else None] + (
+                             row[8:] or [""] * 4)
