@@ -38,7 +38,9 @@ std::string NumberText(double number) {
 }
 
 std::string WholeNumberText(std::uint64_t number) {
-  return InsertSeparators(std::to_string(number));
+  return number >= 1'000'000'000'000'000
+             ? NumberText(static_cast<double>(number))
+             : InsertSeparators(std::to_string(number));
 }
 
 std::string DifferenceText(double difference, double reference) {
