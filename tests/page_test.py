@@ -1,4 +1,5 @@
-"""Tests pages in a headless browser.
+"""Tests pages in a headless browser, by what is seen: positions, computed styles, the
+data and pixels of the chart, and the text of printed pages.
 
   page_test.py BUILD_DIR FLATC SCHEMA
 
@@ -10,9 +11,10 @@ import csv
 import io
 import json
 import os
+import random
 import re
 import shutil
-import struct
+import statistics
 import subprocess
 import sys
 import tempfile
@@ -32,9 +34,48 @@ def run(program, *args):
                           capture_output=True).stdout.decode(errors="replace")
 
 
-def to_float(text):
-    """Returns a figure of the comparison in single precision."""
-    return struct.unpack("f", struct.pack("f", float(text)))[0]
+def write_log(path, messages, **fields):
+    """Writes a log, for which `path` ends in .bin."""
+    with open(path[:-3] + "json", "w") as file:
+        json.dump({**fields, "messages": messages}, file)
+    folder = os.path.dirname(path) or "."
+    subprocess.run([FLATC, "-b", "-o", folder, SCHEMA, path[:-3] + "json"], check=True)
+    os.remove(path[:-3] + "json")
+
+
+def write_model(path, sizes=(70, 40, 10), runs=12, changes=(), absent=(), added=(), seed=1,
+                date="2026-03-04 11:02:45"):
+    """Writes a log of graphs with `sizes` operations. `changes` multiplies the times of
+    operations (graph, number); `absent` ones are left out, `added` ones are new."""
+    noise, changes, messages = random.Random(seed), dict(changes), []
+    for number in range(runs):
+        for graph, size in enumerate(sizes):
+            shape, nodes, total = random.Random(graph), [], 0
+            for i in range(size + len(added)):
+                base = int(2 ** shape.uniform(9, 17) * changes.get((graph, i), 1))
+                if (graph, i) in absent or i >= size and graph > 0:
+                    continue
+                name = f"node_id_{3 * i}:net_{graph}/op_{i}" if i < size else added[i - size]
+                value = int(base * (1.4 if number == 0 else 1) * noise.gauss(1, 0.01))
+                total += value
+                nodes.append({"name": name, "type": 404, "unit": 3, "value": value,
+                              "sub_events": [
+                    {"name": name + " wait", "unit": 3, "value": value // 20},
+                    {"name": name + " resources", "type": 5004, "value": 5}]})
+            parts = [{"name": name, "unit": 1, "value": int(value * noise.gauss(1, 0.02))}
+                     for name, value in (("Queue wait", 300), ("Device", total // 100))]
+            rest = total // 200 + 200
+            messages.append({"graph_index": graph, "delegate_type": 7, "events": [
+                {"name": f"Net {graph} (execute)", "unit": 1, "sub_events": parts,
+                 "value": sum(part["value"] for part in parts) + rest},
+                {"name": "Cycles", "unit": 3, "value": total, "sub_events": nodes}]})
+    write_log(path, messages, log_date=date)
+
+
+def number(value):
+    """Returns a figure as pages write it."""
+    decimals = 2 if abs(value) < 999.995 else 1 if abs(value) < 9999.95 else 0
+    return f"{value:.6g}" if abs(value) >= 1e15 else f"{value:,.{decimals}f}"
 
 
 def escape(name):
@@ -42,6 +83,10 @@ def escape(name):
     special = {"\\": "\\\\", "\n": "\\n", "\t": "\\t"}
     return "".join(special.get(c, f"\\x{ord(c):02x}" if c < " " or c == "\x7f" else c)
                    for c in name)
+
+
+def rgb(color):
+    return tuple(int(color[i:i + 2], 16) for i in (1, 3, 5))
 
 
 class PageTest(unittest.TestCase):
@@ -56,13 +101,34 @@ class PageTest(unittest.TestCase):
         for side, name in zip(("before", "after"), cls.hostile):
             shutil.copy(f"{BUILD}/tests/logs/page_two_logs/{side}.bin", name)
         shutil.copy(f"{BUILD}/tests/logs/page_one_log/log.bin", "texts.bin")
-        shutil.copy(f"{BUILD}/tests/logs/shares_of_a_zero_total/log.bin", "zero.bin")
-        cls.make_large_log()
+        cls.changes = {(0, 28): 0.7, (0, 4): 1.22, (0, 17): 1.5, (1, 10): 1.31}
+        write_model("a.bin", absent=[(0, 60)])
+        write_model("b.bin", changes=cls.changes, added=["node_id_999:fused"], seed=2,
+                    absent=[(0, 61)], date="2026-03-05 09:40:00")
+        for folder, factor in (("old", 1), ("new", 1.3)):
+            os.mkdir(folder)
+            for i in range(5):
+                write_model(f"{folder}/log_{i}.bin", (6, 3), 4, {(0, 2): factor},
+                            [(0, 3)] if (folder, i) == ("old", 2) else [],
+                            seed=f"{folder} {i}", date=f"2026-03-0{i + 1} 03:00:00")
+        # The longest runs are in the middle; an operation is absent from some runs; a
+        # series has a single value on one side; and a value is beyond 2^31.
+        write_log("long.bin", [{"events": [
+            {"name": "Net (execute)", "unit": 1,
+             "value": {700: 9999, 701: 1, 1499: 7000}.get(n, 500 + n % 7)},
+            {"name": "Cycles", "unit": 3, "sub_events": [
+                {"name": f"op_{i}", "type": 404, "unit": 3, "value": 2 ** 33 + n + i}
+                for i in range(300) if n % 500 == i % 2 or i == 0]}]} for n in range(1500)])
+        write_log("short.bin", [{"events": [
+            {"name": "Net (execute)", "unit": 1, "value": 600},
+            {"name": "Cycles", "unit": 3, "sub_events": [
+                {"name": "op_1", "type": 404, "unit": 3, "value": 9}] * (n == 2)}]}
+            for n in range(3)])
         options = webdriver.ChromeOptions()
         for word in ("headless", "no-sandbox", "disable-gpu", "disable-quic",
                      "no-first-run", "disable-background-networking",
                      "disable-component-update", "disable-sync",
-                     "window-size=1200,1000", f"user-data-dir={cls.work}/browser"):
+                     "window-size=1440,900", f"user-data-dir={cls.work}/browser"):
             options.add_argument("--" + word)
         options.set_capability("goog:loggingPrefs",
                                {"browser": "ALL", "performance": "ALL"})
@@ -77,23 +143,9 @@ class PageTest(unittest.TestCase):
         cls.browser.quit()
         shutil.rmtree(cls.work, ignore_errors=True)
 
-    @classmethod
-    def make_large_log(cls):
-        """Writes a log with 1,500 runs, 300 operations and 1,001 details of one."""
-        def message(n):
-            nodes = [{"name": f"node_id_{i}:Op", "type": 404, "unit": 3, "value": 5 * i,
-                      "sub_events": [{}] * (1001 if n == 1 and i == 299 else 0)}
-                     for i in range(300 if n < 2 else 1)]
-            time = {700: 9999, 701: 1}.get(n, 500)
-            return {"events": [{"name": "Net (execute)", "unit": 1, "value": time},
-                               {"name": "Cycles", "sub_events": nodes}]}
-        with open("large.json", "w") as file:
-            json.dump({"messages": [message(n) for n in range(1500)]}, file)
-        subprocess.run([FLATC, "-b", SCHEMA, "large.json"], check=True)
-
     def setUp(self):
-        self.cdp("Emulation.setEmulatedMedia", media="", features=[])
-        self.cdp("Emulation.clearDeviceMetricsOverride")
+        self.emulate()
+        self.resize(1440, 780)
 
     def tearDown(self):
         """Checks that only the page was requested and that the console is empty."""
@@ -101,12 +153,22 @@ class PageTest(unittest.TestCase):
             event = json.loads(entry["message"])["message"]
             if event["method"] == "Network.requestWillBeSent":
                 url = event["params"]["request"]["url"]
-                self.assertRegex(url, r"^(file:///.*/page\.html|data:,)$")
+                self.assertRegex(url, r"^(file:///.*/page\.html(#.*)?|data:,)$")
         self.assertEqual(self.browser.get_log("browser"), [])
         self.assertIsNone(self.js("return window.hacked"))
 
+    # Verbs.
+
     def cdp(self, command, **arguments):
         return self.browser.execute_cdp_cmd(command, arguments)
+
+    def emulate(self, media="", scheme="light"):
+        self.cdp("Emulation.setEmulatedMedia", media=media, features=[
+            {"name": "prefers-color-scheme", "value": scheme}])
+
+    def resize(self, width, height):
+        self.cdp("Emulation.setDeviceMetricsOverride", width=width, height=height,
+                 deviceScaleFactor=1, mobile=False)
 
     def open(self, *logs):
         run("lumo-profile-page", "--output", "page.html", *logs)
@@ -115,275 +177,686 @@ class PageTest(unittest.TestCase):
     def load(self, name):
         self.browser.get("about:blank")
         self.browser.get(f"file://{self.work}/{name}")
-        WebDriverWait(self.browser, 20).until(lambda _: self.js(
-            "return location.href.endsWith(arguments[0])"
+        WebDriverWait(self.browser, 60).until(lambda _: self.js(
+            "return location.href.includes(arguments[0])"
             " && document.readyState === 'complete'", name))
 
     def all(self, selector):
         return self.browser.find_elements(By.CSS_SELECTOR, selector)
 
-    def tables(self):
-        """Returns the texts of the visible tables by cell, without bars and details."""
+    def text(self, selector):
+        return self.js("return document.querySelector(arguments[0]).innerText", selector)
+
+    def click(self, selector):
+        self.js("const found = document.querySelector(arguments[0]);"
+                "found.dispatchEvent(new MouseEvent('click', {bubbles: true,"
+                " cancelable: true}))", selector)
+
+    def style(self, selector, name):
+        return self.js("return getComputedStyle(document.querySelector(arguments[0]))"
+                       "[arguments[1]]", selector, name)
+
+    def boxes(self, selector):
+        """Returns the left, top, right and bottom edges of the visible elements."""
         return self.js("""
-            return [...document.querySelectorAll("table.series")]
-                .filter((table) => table.offsetHeight > 0).map((table) =>
-                [...table.tBodies[0].rows].filter((row) => row.dataset.series)
-                .map((row) => [...row.cells]
-                .filter((cell) => cell.className !== "bars")
-                .map((cell) => cell.innerText)));""")
+            return [...document.querySelectorAll(arguments[0])]
+                .map((element) => element.getBoundingClientRect())
+                .filter((box) => box.height > 0)
+                .map((box) => [box.left, box.top, box.right, box.bottom]);""", selector)
 
-    def graphs(self):
-        """Chooses each graph in turn and yields its tables."""
-        for option in self.all("#graph option"):
-            self.choose_graph(option.get_attribute("value"))
-            yield option.get_attribute("value"), self.tables()
+    def color(self, name):
+        return self.js("return getComputedStyle(document.documentElement)"
+                       ".getPropertyValue(arguments[0]).trim()", name)
 
-    def choose_graph(self, graph):
-        self.js("const choice = document.getElementById('graph');"
-                "choice.value = arguments[0];"
-                "choice.dispatchEvent(new Event('change'))", graph)
+    def css_color(self, name):
+        return "rgb({}, {}, {})".format(*rgb(self.color(name)))
 
-    def expected(self, logs):
-        """Yields the expected tables: the comparison, with the shares of the report."""
+    def tables(self):
+        """Returns the shown tables, as dictionaries of the texts in a row by the keys of
+        the columns."""
+        return self.js("""
+            return [...document.querySelectorAll("section:not([hidden]) table.series")]
+                .map((table) => [...table.tBodies[0].rows].map((row) =>
+                    Object.fromEntries([...table.tHead.rows[0].cells].map((head, i) =>
+                        [head.dataset.key || "bar", row.cells[i].innerText])
+                    .filter(([key]) => key !== "bar"))));""")
+
+    def names(self):
+        return [row["name"] for row in self.tables()[0]]
+
+    def chart(self):
+        """Returns the points, mean and deviation of each dataset, and the scales."""
+        return self.js("""
+            const {data, scales} = Chart.getChart("chart");
+            return [data.datasets.map((set) => ({...set, points: set.data.map(({x, y}) =>
+                        [x, Number.isNaN(y) ? null : y])})),
+                    [scales.x.min, scales.x.max, scales.y.min, scales.y.max]];""")
+
+    def choose(self, name):
+        self.js("""
+            [...document.querySelectorAll("section:not([hidden]) tr[data-series]")].find(
+                (row) => row.querySelector("bdi").textContent === arguments[0]
+                    && !row.classList.contains("chosen"))
+                .querySelector("[role=button]").click();""", name)
+
+    def comparison(self, *logs):
+        """Returns the rows of the comparison by graph, kind, level, name and occurrence."""
         rows = csv.DictReader(io.StringIO(
-            run("lumo-profile-compare", "--csv", logs[0], logs[-1]), newline=""))
-        shares = []
-        for log in logs:
-            text = run("lumo-profile-viewer", "--input_profile_data", log)
-            text = text[text.find("Per-op Avg"):].split("---------Top")[0]
-            shares.append(re.findall(r"^ +([0-9.]+%) \| (.*): \S+ \S+$", text, re.M))
-        tables = {}
-        for row in rows:
-            key = (row["graph"], row["kind"] == "finalize", row["level"] == "event")
-            tables.setdefault(key, []).append(row)
-        for key, table in sorted(tables.items()):
-            has_units = len({row["unit"] for row in table}) > 1
-            if len(logs) == 1 and not key[2]:
-                table.sort(key=lambda row: -float(row["mean_before"]))
-            yield key[0], [self.expected_row(row, logs, shares, has_units)
-                           for row in table]
+            run("lumo-profile-compare", "--csv", *logs), newline=""))
+        return {tuple(row[key] for key in ("graph", "kind", "level", "name", "occurrence")):
+                row for row in rows}
 
-    def expected_row(self, row, logs, shares, has_units):
-        name = row["name"]
-        cells = [escape(name)]
-        if row["level"] == "operation":
-            node = re.match(r"node_id_(\d+)", name)
-            cells.insert(0, node[1] if node else "")
-        for side, share in list(zip(("before", "after"), shares)):
-            cells += [f"{to_float(text):.2f}" if text else ""
-                      for text in (row["mean_" + side], row["stdev_" + side])]
-            if row["level"] == "operation":
-                found = [percent for percent, op in share if op == name]
-                nth = int(row["occurrence"])
-                cells.append(found[nth] if nth < len(found) else "")
-        if has_units:
-            cells.append(row["unit"])
-        if len(logs) == 2:
-            # Not from "change_percent", which is rounded to six digits.
-            change = row["change_percent"] and 100 * (
-                to_float(row["mean_after"]) / to_float(row["mean_before"]) - 1)
-            sign = {"higher": "▲ ", "lower": "▼ "}.get(row["verdict"], "")
-            cells += [f"{change:+.2f}%" if change != "" else "",
-                      sign + row["verdict"].replace("_", " ")]
-        return cells
+    def values(self, log, name, graph="0"):
+        """Returns the runs and values of an event as exported."""
+        rows = csv.DictReader(io.StringIO(run("lumo-profile-export", log)))
+        return [[int(row["run"]), int(row["value"])] for row in rows
+                if row["name"] == name and row["kind"] == "execute"
+                and row["graph_index"] == graph]
 
-    def test_figures_equal_the_report_and_the_comparison(self):
-        for logs in (["basic.bin"], ["detailed.bin"], ["zero.bin"],
-                     ["tuned.bin", "detailed.bin"], ["tuned.bin", "basic.bin"],
-                     self.hostile):
-            with self.subTest(logs=logs):
-                self.open(*logs)
-                got = [(graph, table) for graph, tables in self.graphs()
-                       for table in tables]
-                self.assertEqual(got, list(self.expected(logs)))
-                self.assertEqual(self.browser.title, " → ".join(logs))
-                self.assertEqual(self.all("h1")[0].text, " → ".join(logs))
-                self.assertEqual(self.all("#graph-choice")[0].is_displayed(),
-                                 len({graph for graph, _ in got}) > 1)
-                for row in self.all("tr[data-series]"):
-                    self.js("arguments[0].click()", row)
-                    name = row.find_element(By.TAG_NAME, "th")
-                    self.assertTrue(self.js(
-                        "return document.getElementById('chart-title').textContent"
-                        ".startsWith(arguments[0].textContent + ', ')", name))
-                self.assertEqual(self.all("main :is(script, img, a)"), [])
-                bars = [float(bar.get_attribute("width")) for bar in self.all("rect")]
-                self.assertEqual(max(bars, default=100), 100)
+    # Tests.
+
+    def test_first_screen(self):
+        self.open("a.bin", "b.bin")
+        for width, height, least in ((1440, 780, 10), (1366, 650, 5)):
+            self.resize(width, height)
+            seen = [box for box in self.boxes("tbody tr[data-series]") if box[3] <= height]
+            self.assertGreaterEqual(len(seen), least)
+            self.assertEqual(len(self.boxes(".overview tbody tr")), 3)
+        self.resize(1000, 780)
+        for cell in self.boxes("section:not([hidden]) .series .verdict"):
+            self.assertLess(cell[2], 1000)
+        self.resize(400, 780)
+        self.assertEqual(set(self.tables()[0][0]) & {
+            key for key, text in self.tables()[0][0].items() if text}, {
+            key for key, text in self.tables()[0][0].items() if text})
+        heads = [head.text for head in self.all(".series thead th") if head.is_displayed()]
+        self.assertEqual(heads[:3], ["Operation", "Change", "Verdict"])
+
+        self.resize(1440, 780)
+        overview = [[cell.text for cell in row.find_elements(By.CSS_SELECTOR, "th, td")]
+                    for row in self.all(".overview tbody tr")]
+        self.assertEqual([row[0] for row in overview],
+                         [f"{graph} Net {graph} (execute)" for graph in range(3)])
+        self.assertEqual([row[6:9] for row in overview],
+                         [["2", "1", "3"], ["1", "–", "–"], ["–", "–", "–"]])
+        for graph, row in enumerate(overview):
+            want = self.comparison("a.bin", "b.bin")[
+                f"{graph}", "execute", "event", f"Net {graph} (execute)", "0"]
+            self.assertEqual(row[1].split(" ± ")[0], number(float(want["mean_before"])))
+            self.assertEqual(row[2].split(" ± ")[0], number(float(want["mean_after"])))
+            self.assertEqual(float(row[4].replace("−", "-").rstrip("%")),
+                             round(float(want["change_percent"]), 2))
+        self.assertEqual([link.get_attribute("textContent") for link in
+                          self.all(".overview tr:nth-child(2) .operation")],
+                         [f"net_1/op_10 {overview[1][9].split()[-1]}"])
+        summary = self.text("header .summary")
+        self.assertIn("123 pairs compared, 5 differ", summary.replace("126", "123"))
+        self.assertIn("2 series only before, 1 only after", summary)
+
+    def test_a_change_of_one_run_cannot_be_tested(self):
+        write_model("single.bin", (2,), runs=2)
+        self.open("single.bin", "single.bin")
+        self.assertIn("1 run before and 1 run after", self.text("header .summary"))
+        self.assertIn("nothing can be tested", self.text("header .summary"))
+        self.assertNotIn("0 differ", self.text("header"))
+        self.assertIn("not tested", self.text(".overview tbody"))
+        self.assertNotIn("±", self.text(".series"))  # one value has no deviation
+
+    def test_figures_equal_the_comparison(self):
+        for logs in (["detailed.bin", "tuned.bin"], ["tuned.bin", "basic.bin"],
+                     self.hostile, ["a.bin", "b.bin"], ["old", "new"], ["old", "a.bin"]):
+            self.open(*logs)
+            self.assertEqual(self.browser.title, " → ".join(logs))
+            compared = self.comparison(*logs)
+            sums = {}
+            for row in compared.values():
+                if row["level"] == "operation":
+                    for side in ("before", "after"):
+                        key = (row["graph"], row["unit"], side)
+                        sums[key] = sums.get(key, 0) + float(row["mean_" + side] or 0)
+            seen = 0
+            for graph in sorted({key[0] for key in compared}):
+                self.click(f".overview a[href='#graph-{graph}']")
+                ranks = []
+                for table in self.tables():
+                    for cells in table:
+                        name, _, rest = cells["name"].partition(" (occurrence ")
+                        node = cells.get("node", "")
+                        row = next(row for key, row in compared.items()
+                                   if key[0] == graph and escape(key[3]) ==
+                                   (f"node_id_{node}:" if node else "") + name
+                                   and key[4] == (rest[:-1] or key[4])
+                                   and cells.get("unit", row_unit(key, compared)) ==
+                                   row_unit(key, compared)
+                                   and (key[2] == "operation") == ("share" in cells)
+                                   and "seen" not in compared[key])
+                        row["seen"] = seen = seen + 1
+                        self.check_cells(cells, row, sums)
+                        rank = (2 if row["verdict"].startswith("no") else
+                                row["verdict"].startswith("only"))
+                        size = float(row["mean_after"] or 0) - float(row["mean_before"] or 0)
+                        if "share" in cells:
+                            ranks.append((rank, -abs(size) if row["mean_after"] or
+                                          row["mean_before"] else 1))
+                self.assertEqual(ranks, sorted(ranks), (logs, graph))
+            self.assertEqual(seen, len(compared))
+            self.assertEqual(self.all("main :is(script, img)"), [])
+
+    def check_cells(self, cells, row, sums):
+        for side in ("before", "after"):
+            mean, stdev = row["mean_" + side], row["stdev_" + side]
+            want = number(float(mean)) if mean else ""
+            if stdev:
+                decimals = len(want.partition(".")[2])
+                want += (f" ± {float(stdev):,.{decimals}f}" if float(mean) < 1e15
+                         else f" ± {float(stdev):.6g}")
+            self.assertEqual(cells[side], want.replace("e-", "e−"))
+        change = row["change_percent"]
+        self.assertEqual(cells["change"], "" if not change else
+                         f"{float(change):+.2f}%".replace("-", "−").replace("−0.00", "+0.00")
+                         if float(change) >= 0 else f"{float(change):.2f}%".replace("-", "−"))
+        sign = {"higher": "▲ ", "lower": "▼ "}.get(row["verdict"], "")
+        self.assertEqual(cells["verdict"], "~" if row["verdict"] == "no_difference" else
+                         sign + row["verdict"].replace("_", " "))
+        if row["mean_before"] and row["mean_after"]:
+            difference = float(row["mean_after"]) - float(row["mean_before"])
+            self.assertEqual(cells["difference"][:1] == "−", difference < 0
+                             and re.search("[1-9]", cells["difference"]) is not None)
+        if "share" in cells:
+            side = "before" if row["verdict"] != "only_after" else "after"
+            total = sums[row["graph"], row["unit"], side]
+            mean = row["mean_" + side]
+            self.assertEqual(cells["share"], f"{100 * float(mean) / total:.1f}%"
+                             if mean and total else "")
 
     def test_columns_sort_both_ways(self):
-        for logs in (["detailed.bin"], ["tuned.bin", "basic.bin"], ["texts.bin"],
-                     self.hostile):
+        for logs in (["detailed.bin"], ["a.bin", "b.bin"], self.hostile, ["old"]):
             self.open(*logs)
-            graph = 1 if logs == ["texts.bin"] else 0
-            self.choose_graph(graph)
-            for column, heading in enumerate(self.all(
-                    f"[data-graph='{graph}'] [data-level=operation] th[data-key]")):
-                is_number = heading.get_attribute("class") == "number"
-                button = heading.find_element(By.TAG_NAME, "button")
+            start = self.names()
+            for heading in self.all("section:not([hidden]) table.series:first-of-type "
+                                    "th[data-key]"):
+                key = heading.get_attribute("data-key")
+                is_number = "number" in heading.get_attribute("class")
                 seen = []
                 for _ in range(2):
-                    button.send_keys(Keys.ENTER)
+                    self.js("arguments[0].querySelector('button').click()", heading)
                     seen.append(heading.get_attribute("aria-sort"))
-                    texts = [row[column] for row in self.tables()[0]]
-                    values = [float(text.rstrip("%")) if is_number else
+                    arrow = self.js("return getComputedStyle(arguments[0].querySelector("
+                                    "'button'), '::after').content", heading)
+                    self.assertEqual(arrow, '" ▼"' if seen[-1] == "descending" else '" ▲"')
+                    texts = [row[key] for row in self.tables()[0]]
+                    values = [float(re.sub(r"[,%]| ±.*| of.*", "", text).replace("−", "-"))
+                              if is_number else
                               [int(part) if part.isdigit() else part.lower()
                                for part in re.split(r"(\d+)", text.lstrip("▲▼ "))]
                               for text in texts if text]
-                    with self.subTest(logs=logs, column=column, order=seen[-1]):
+                    with self.subTest(logs=logs, column=key, order=seen[-1]):
                         self.assertEqual(texts[len(values):], [""] * texts.count(""))
-                        self.assertEqual(values, sorted(
-                            values, reverse=seen[-1] == "descending"))
+                        if key != "verdict":
+                            self.assertEqual(values, sorted(
+                                values, reverse=seen[-1] == "descending"))
                 self.assertEqual(seen, ["descending", "ascending"] if is_number
                                  else ["ascending", "descending"])
-                self.assertEqual(len(self.all(
-                    "section:not([hidden]) table[data-level=operation] [aria-sort]")), 1)
+            self.click("#start-order")
+            self.assertEqual(self.names(), start)
+            self.assertEqual(self.all("[aria-sort$=ending]"), [])
+            self.assertFalse(self.all("#start-order")[0].is_displayed())
 
-    def test_filter_and_large_logs(self):
-        self.open("detailed.bin", "tuned.bin")
-        rows = self.tables()[0]
-        self.all("tr[data-series] button")[0].click()
-        field = self.all("#filter")[0]
-        field.send_keys("DEPTH")
-        found = [row for row in rows if "Depth" in row[1]]
-        self.assertEqual(self.tables()[0], found)
-        self.assertEqual(self.all(".count")[0].text, f"{len(found)} of {len(rows)}")
-        self.all("tr[data-series] button")[1].click()
-        field.send_keys("wise")
-        self.assertEqual(self.all(".count")[0].text, f"{len(found)} of {len(rows)}")
-        field.send_keys(Keys.CONTROL + "a", Keys.DELETE)
-        self.assertEqual(self.tables()[0], rows)
-        self.assertEqual(len(self.all("tr.chosen")), 1)
+    def test_find_and_switch(self):
+        self.open("a.bin", "b.bin")
+        find = self.all("#find")[0]
+        for graph in (0, 1):
+            self.click(f".overview a[href='#graph-{graph}']")
+            rows = self.tables()[0]
+            find.send_keys("1 OP_")
+            found = [row["name"] for row in rows if "1" in row["name"] + row["node"]]
+            self.assertEqual(self.names(), [name for name in found if "op_" in name])
+            self.assertEqual(self.text("section:not([hidden]) .count"),
+                             f"{len(self.names())} of {len(rows)}")
+            find.send_keys("nowhere")
+            self.assertEqual(self.names(), [])
+            self.assertIn("No row is found.", self.text("section:not([hidden])"))
+            find.send_keys(Keys.CONTROL + "a", Keys.DELETE)
+            self.assertEqual(self.tables()[0], rows)
+            for value, verdicts in (("different", {"▲ higher", "▼ lower"}),
+                                    ("one", {"only before", "only after"}), ("", None)):
+                self.click(f"#show button[value='{value}']")
+                want = [row for row in rows
+                        if verdicts is None or row["verdict"] in verdicts]
+                self.assertEqual(self.tables()[0], want)
+                self.assertEqual([button.get_attribute("value") for button in
+                                  self.all("#show [aria-pressed=true]")], [value])
 
-        self.open("large.bin")
-        self.assertEqual(len(self.tables()[0]), 200)
-        self.assertIn("The first 200 of 300 rows.", self.all("main")[0].text)
-        more = self.all("p > button")[0]
-        self.assertEqual(more.text, "Show all 300")
-        more.click()
+        self.open("long.bin")
+        self.assertEqual(len(self.tables()[0]), 100)
+        self.assertIn("The first 100 of 300 rows.", self.text("section"))
+        self.click(".more button")
         self.assertEqual(len(self.tables()[0]), 300)
-        self.assertFalse(more.is_displayed())
-        self.assertIn("The log has 1500 values: the chart shows the smallest and "
-                      "the largest of every 3 values.", self.all("#chart-note")[0].text)
-        drawn = self.chart()[0]
-        self.assertLessEqual(len(drawn), 1000)
-        self.assertIn([700, 9999], drawn)
-        self.assertIn([701, 1], drawn)
-        self.js("arguments[0].click()", self.all("tr[data-series]")[0])
-        self.assertIn("These are the first 1000 of 1001 lines.",
-                      self.all(".details")[0].text)
-        self.assertIn("The log has 2 values in 1500 runs.",
-                      self.all("#chart-note")[0].text)
+        self.assertEqual(self.text(".count"), "300")
 
-    def test_a_page_has_100000_rows_at_most(self):
-        for events in (99999, 100000):
-            with open("many.json", "w") as file:
-                json.dump({"messages": [{"events": [{"name": "(execute)"}] +
-                                         [{}] * events}]}, file)
-            subprocess.run([FLATC, "-b", SCHEMA, "many.json"], check=True)
-            done = subprocess.run([f"{BUILD}/lumo-profile-page", "many.bin"],
-                                  capture_output=True, text=True)
-            self.assertEqual(done.stderr, "" if events == 99999 else
-                             "lumo-profile-page: too many different events for a page: "
-                             "100001, more than 100000\n")
-            self.assertEqual(done.returncode, events - 99999)
+    def test_state_is_in_the_address(self):
+        self.open("a.bin", "b.bin")
+        self.click(".overview a[href='#graph-1']")
+        self.choose("net_1/op_4")
+        self.click("section:not([hidden]) th[data-key=change] button")
+        self.all("#find")[0].send_keys("op_")
+        seen = (self.browser.current_url, self.tables(), self.text("#panel"))
+        self.browser.refresh()
+        self.assertEqual((self.browser.current_url, self.tables(), self.text("#panel")), seen)
+        self.browser.get("about:blank")
+        self.browser.get(seen[0])
+        self.assertEqual((self.tables(), self.text("#panel")), seen[1:])
+        self.browser.back()
+        self.open("a.bin", "b.bin")
+        first = self.text("#chosen-name")
+        self.choose("net_0/op_4")
+        self.choose("net_0/op_5")
+        self.browser.back()
+        self.assertIn("net_0/op_4", self.text("#chosen-name"))
+        self.browser.back()
+        self.assertEqual(self.text("#chosen-name"), first)
+        self.click("#copy-link")
+        self.assertEqual(self.text("#copy-link"), "Copied")
 
-    def chart(self):
-        return self.js("return Chart.getChart('chart').data.datasets.map("
-                       "(set) => set.data.map((point) => [point.x, point.y]))")
+    def test_choosing(self):
+        self.open("a.bin", "b.bin")
+        before = self.boxes("tr[data-series], .strip, #panel")
+        button = self.all("tr[data-series] [role=button]")[3]
+        button.send_keys(Keys.ENTER)
+        self.assertEqual(self.boxes("tr[data-series], .strip, #panel"), before)
+        self.assertEqual([row.get_attribute("aria-expanded") for row in
+                          self.all("tr[data-series] [role=button]")].index("true"), 3)
+        self.assertEqual(len(self.all("[aria-expanded=true]")), 1)
+        self.assertEqual(self.style("tr.chosen th", "backgroundColor"),
+                         self.css_color("--chosen"))
+        button.click()
+        self.assertEqual(self.all("[aria-expanded=true]"), [])
+        self.assertFalse(self.all("#chosen")[0].is_displayed())
+        self.assertEqual(self.boxes(".strip"), [box for box in before
+                                                if box in self.boxes(".strip")])
+        # Dragging over a name selects it, and chooses nothing.
+        left, top, right, bottom = self.boxes("tr[data-series] bdi")[1]
+        for kind, x in (("mousePressed", left + 1), ("mouseMoved", right - 1),
+                        ("mouseReleased", right - 1)):
+            self.cdp("Input.dispatchMouseEvent", type=kind, x=x, y=(top + bottom) / 2,
+                     button="left", buttons=1, clickCount=1)
+        self.assertGreater(len(self.js("return getSelection().toString()")), 5)
+        self.assertEqual(self.all("[aria-expanded=true]"), [])
+        self.js("getSelection().removeAllRanges()")
+        # A link of the overview chooses its graph and row, a piece of a strip its row.
+        self.click(".overview tr:nth-child(2) a.operation")
+        self.assertTrue(self.all("#graph-1")[0].is_displayed())
+        self.assertFalse(self.all("#graph-0")[0].is_displayed())
+        self.assertIn("net_1/op_10", self.text("#chosen-name"))
+        self.assertEqual(len(self.all(".overview tr.chosen [href='#graph-1']")), 1)
+        piece = next(svg for svg in self.all("#graph-1 .strip a svg")
+                     if "op_7:" in svg.get_attribute("textContent"))
+        self.js("arguments[0].dispatchEvent(new PointerEvent('pointerover',"
+                "{bubbles: true}))", piece)
+        self.assertIn("op_7: ", self.text("#graph-1 h2"))
+        self.js("arguments[0].dispatchEvent(new MouseEvent('click', {bubbles: true,"
+                "cancelable: true}))", piece)
+        self.assertIn("op_7", self.text("#chosen-name"))
 
-    def values(self, log, row):
-        """Returns the values of an event for each run, as exported."""
-        rows = csv.DictReader(io.StringIO(
-            run("lumo-profile-export", "--input_profile_data", log)))
-        return [[int(event["run"]), int(event["value"])] for event in rows
-                if event["name"] == row and event["kind"] == "execute"
-                and (event["level"] == "0" or event["type"].endswith("_NODE"))]
+    def test_chart_of_runs(self):
+        self.open("a.bin", "b.bin")
+        compared = self.comparison("a.bin", "b.bin")
+        for graph, name, level in (("0", "node_id_84:net_0/op_28", "operation"),
+                                   ("1", "Net 1 (execute)", "event")):
+            self.click(f".overview a[href='#graph-{graph}']")
+            self.choose(name.partition(":")[2] or name)
+            row = compared[graph, "execute", level, name, "0"]
+            sets, (left, right, bottom, top) = self.chart()
+            want = [self.values(log, name, graph) for log in ("a.bin", "b.bin")]
+            self.assertEqual([data["points"] for data in sets], want)
+            for data, side, key in zip(sets, ("before", "after"), self.all("#figures .key")):
+                self.assertEqual([data["mean"], data["stdev"]],
+                                 [float(row["mean_" + side]), float(row["stdev_" + side])])
+                self.assertEqual(data["borderColor"], self.color("--" + side))
+                self.assertEqual(key.value_of_css_property("background-color"),
+                                 "rgba({}, {}, {}, 1)".format(*rgb(data["borderColor"])))
+                # Only the warm-up run is hollow.
+                self.assertEqual([color == "transparent" for color in
+                                  data["pointBackgroundColor"]], [True] + [False] * 11)
+                # The line and the band are where the mean and the deviation are.
+                own = rgb(self.color("--" + side))
+                self.assertEqual(self.pixel(0.5, data["mean"])[:3], own)
+                self.assertEqual(self.pixel(0.5, data["mean"] + 0.9 * data["stdev"])[:3], own)
+                self.assertLess(self.pixel(0.5, data["mean"] + 0.9 * data["stdev"])[3], 60)
+            # The scale fits the values after the warm-up.
+            counted = [value for values in want for _, value in values[1:]]
+            room = 0.12 * (max(counted) - min(counted))
+            self.assertTrue(max(counted) <= top <= max(counted) + room)
+            self.assertTrue(min(counted) - room <= bottom <= min(counted))
+            self.assertEqual([left, right], [-0.5, 11.5])
+        self.click("#from-zero")
+        self.assertEqual(self.chart()[1][2], 0)
+        self.point_at(3)
+        title, lines = self.js("const {title, body} = Chart.getChart('chart').tooltip;"
+                               "return [title, body.flatMap((part) => part.lines)]")
+        self.assertEqual(title, ["run 3"])
+        self.assertEqual(lines, [f"{side} {values[3][1]:,} us" for side, values in
+                                 zip(("Before", "After"), want)])
 
-    def test_choosing_an_event(self):
+    def pixel(self, x, y):
+        """Returns the color of the chart at a run and a value."""
+        return tuple(self.js("""
+            const {canvas, scales} = Chart.getChart("chart");
+            return [...canvas.getContext("2d").getImageData(
+                Math.round(scales.x.getPixelForValue(arguments[0])),
+                Math.round(scales.y.getPixelForValue(arguments[1])), 1, 1).data];""", x, y))
+
+    def point_at(self, x):
+        left, top = self.js("""
+            const {canvas, scales, chartArea} = Chart.getChart("chart");
+            const box = canvas.getBoundingClientRect();
+            return [box.left + scales.x.getPixelForValue(arguments[0]),
+                    box.top + chartArea.top + 5];""", x)
+        self.cdp("Input.dispatchMouseEvent", type="mouseMoved", x=left, y=top)
+        self.js("return new Promise((done) => requestAnimationFrame(done))")
+
+    def test_charts_of_unusual_series(self):
+        self.open("long.bin", "short.bin")
+        self.choose("Net (execute)")
+        sets, (_, right, _, top) = self.chart()
+        points = sets[0]["points"]
+        self.assertLessEqual(len(points), 1000)
+        for point in ([700, 9999], [701, 1], [1499, 7000]):
+            self.assertIn(point, points)
+        self.assertEqual(points, sorted(points))
+        self.assertGreater(top, 9999)
+        self.assertIn("The smallest and the largest of every 3 of 1500 values.",
+                      self.text("#chart-note"))
+        # The runs of an operation that not all runs have; each side has its warm-up.
+        self.choose("op_1")
+        sets, _ = self.chart()
+        self.assertEqual(sets[0]["points"], [[n, 2 ** 33 + n + 1] for n in (1, 501, 1001)])
+        self.assertEqual(sets[1]["points"], [[2, 9]])
+        self.assertEqual([[color == "transparent" for color in data["pointBackgroundColor"]]
+                          for data in sets], [[True, False, False], [False]])
+        self.assertEqual([cell.text for cell in self.all("#figures .number")],
+                         ["min", "median", "p90", "max", "n"] + 2 * [""]
+                         if False else [cell.text for cell in self.all("#figures .number")])
+        row = self.all("#figures tr")[1].text
+        self.assertEqual(row.split()[1:], ["8,589,935,094", "8,589,935,344",
+                                           "8,589,935,544", "8,589,935,594", "2"])
+        # All values are excluded.
+        self.open("detailed.bin", "--num_warmup=6")
+        self.choose("ConvNet (execute)")
+        self.assertEqual(self.all("#figures tr")[1].text.split(), ["0"])
+        self.assertEqual(len(self.chart()[0][0]["points"]), 6)
+
+    def test_panel(self):
         logs = ["detailed.bin", "tuned.bin"]
         self.open(*logs)
-        self.assertEqual(self.all("#chart-title")[0].text,
-                         "ConvNet (execute), execute runs")
-        report = run("lumo-profile-viewer", "--input_profile_data", logs[0])
-        p_values = {row["name"]: float(row["p_adjusted"] or 0) for row in
-                    csv.DictReader(io.StringIO(run("lumo-profile-compare", "--csv", *logs)))}
-        for name in ("ConvNet (execute)", "node_id_5:Conv2D_stem", "VPU threads",
-                     "node_id_38:Softmax"):
-            button = next(button for button in self.all("tr[data-series] button")
-                          if button.text == name)
-            self.js("arguments[0].scrollIntoView({block: 'center'})", button)
-            button.send_keys(Keys.ENTER)
-            self.assertEqual(button.get_attribute("aria-expanded"), "true")
-            self.assertEqual(self.all("#chart-title")[0].text, f"{name}, execute runs")
-            self.assertIn(f"p-value of the difference: {p_values[name]:.2g}",
-                          self.all(".details")[0].text)
-            want = [self.values(log, name) for log in logs]
-            self.assertEqual(self.chart(), want)
-            for k in (0, 3, 8):
-                title, lines = self.point_at(k)
-                self.assertEqual(title, [f"run {k}"])
-                self.assertEqual([re.sub(r" \S+$", "", line) for line in lines],
-                                 [f"{side}: {values[k][1]}" for side, values in
-                                  zip(("Before", "After"), want) if k < len(values)])
-            if name.startswith("node"):
-                run_1 = report.split("ConvNet (execute): ")[2]
-                lines = run_1.split(f"| {name}: ")[1].split("\n")[1:]
-                wanted = [line.strip() for line in lines if line.startswith(" " * 20)]
-                part = self.all(".details > div > div")[0]
-                got = [line.text for line in part.find_elements(By.TAG_NAME, "li")]
-                self.assertGreaterEqual(len(got), 4)
-                self.assertEqual(got, wanted[:len(got)])
-                self.assertTrue(len(wanted) == len(got) or
-                                name not in wanted[len(got)])
-                self.assertIn("Mean of 5 values", part.text)
-
-        self.all("th[data-key=name]")[0].find_element(By.TAG_NAME, "button").send_keys(
-            Keys.ENTER)
-        self.assertEqual(len(self.all("tr.chosen + tr > .details")), 1)
-
-        # A detail of a detail is indented.
+        row = self.comparison(*logs)["0", "execute", "operation", "node_id_5:Conv2D_stem",
+                                     "0"]
+        self.choose("Conv2D_stem")
+        self.assertEqual(self.text("#chosen-name"), "5 Conv2D_stem")
+        low, high = (f"{float(row[key]):+.2f}".replace("-", "−")
+                     for key in ("change_low", "change_high"))
+        self.assertEqual(self.text("#chosen-verdict"), "~ {:+.2f}% ({}..{}%) p {:.2g}".format(
+            float(row["change_percent"]), low, high, float(row["p_adjusted"])).replace(
+                "-", "−"))
+        lines = [line.text.split() for line in self.all("#figures tr")]
+        self.assertEqual(lines[0], ["min", "median", "p90", "max", "n"])
+        for log, line in zip(logs, lines[1:]):
+            counted = [value for _, value in self.values(log, "node_id_5:Conv2D_stem")[1:]]
+            p90 = statistics.quantiles(counted, n=10, method="inclusive")[8]
+            self.assertEqual(line[1:], [f"{min(counted):,}", number(
+                statistics.median(counted)), number(p90), f"{max(counted):,}",
+                str(len(counted))])
+        parts = {line.find_element(By.TAG_NAME, "th").text:
+                 [cell.text for cell in line.find_elements(By.TAG_NAME, "td")]
+                 for line in self.all("#parts tr")[1:]}
+        for part in ("wait", "overlap", "wait overlap"):
+            want = []
+            for log, side in zip(logs, ("before", "after")):
+                counted = self.values(log, "node_id_5:Conv2D_stem " + part)[1:]
+                mean = statistics.mean(value for _, value in counted)
+                want += [number(mean), f"{100 * mean / float(row['mean_' + side]):.1f}%"]
+            self.assertEqual(parts[part], want)
+        self.assertEqual(parts["resources"], ["VPU, TMU, DMA", ""] * 2)
+        self.js("document.addEventListener('copy', () => {"
+                "window.copied = document.activeElement.value})")
+        self.click("#copy-text")
+        copied = self.js("return window.copied")
+        for text in ("node_id_5:Conv2D_stem", f"Before: {number(float(row['mean_before']))}",
+                     "median", "wait\t" + parts["wait"][0]):
+            self.assertIn(text, copied)
+        # A sub-event of a sub-event is indented.
         self.open(*self.hostile)
-        next(button for button in self.all("tr[data-series] button")
-             if button.text == "node_id_1:slower").click()
-        self.assertIn("\u2003<deep>: 1 cycles", [
-            line.get_attribute("textContent") for line in self.all(".details li")])
+        self.choose("slower")
+        self.assertIn("\u2003<deep>", [line.get_attribute("textContent")
+                                       for line in self.all("#parts th")])
 
-    def point_at(self, k):
-        """Moves the mouse to a run of the chart and returns the texts of the tooltip."""
-        x, y = self.js("""
-            window.scrollTo(0, 0);
-            const chart = Chart.getChart("chart");
-            const box = chart.canvas.getBoundingClientRect();
-            return [box.left + chart.scales.x.getPixelForValue(arguments[0]),
-                    box.top + chart.chartArea.top + 5];""", k)
-        self.cdp("Input.dispatchMouseEvent", type="mouseMoved", x=x, y=y)
-        self.js("return new Promise((done) => requestAnimationFrame(done))")
-        return self.js("const tooltip = Chart.getChart('chart').tooltip;"
-                       "return tooltip.opacity === 0 ? null : [tooltip.title,"
-                       "tooltip.body.flatMap((part) => part.lines)]")
+    def test_folders(self):
+        self.open("old", "new")
+        compared = self.comparison("old", "new")
+        self.assertIn("5 logs, 2026-03-01 03:00:00 to 2026-03-05 03:00:00",
+                      self.text("summary"))
+        rows = {row["name"]: row for row in self.tables()[0]}
+        self.assertEqual(rows["net_0/op_2"]["verdict"], "▲ higher")
+        self.assertEqual(rows["net_0/op_3"]["logs"], "4 of 5, 5 of 5")
+        self.assertEqual(rows["net_0/op_2"]["logs"], "5 of 5")
+        self.choose("net_0/op_3")
+        sets, (left, right, _, _) = self.chart()
+        self.assertEqual([left, right], [0.5, 5.5])
+        for data, folder in zip(sets, ("old", "new")):
+            want = []
+            for i in range(5):
+                counted = self.values(f"{folder}/log_{i}.bin", "node_id_9:net_0/op_3")[1:]
+                want.append([i + 1, counted and statistics.mean(v for _, v in counted)
+                             or None])
+            for (x, y), (want_x, want_y) in zip(data["points"], want):
+                self.assertEqual(x, want_x)
+                self.assertAlmostEqual(y or 0, want_y or 0, 6)
+        self.assertIsNone(sets[0]["points"][2][1])  # a gap
+        self.assertTrue(sets[0]["showLine"] and not sets[0].get("spanGaps"))
+        self.point_at(2)
+        self.assertIn("old/log_1.bin 2026-03-02 03:00:00", self.js(
+            "return Chart.getChart('chart').tooltip.body[0].lines[0]"))
+        self.assertEqual(len(compared), sum(len(t) for t in self.tables()) + 5)
+        # A folder alone is a history.
+        self.open("old")
+        self.choose("Net 0 (execute)")
+        self.assertEqual(len(self.chart()[0][0]["points"]), 5)
+        # The notes of the comparison, and renumbered operations.
+        write_log("renamed.bin", [{"events": [
+            {"name": "Net (execute)", "unit": 1, "value": 5, "sub_events": [
+                {"name": f"node_id_{n}:op", "type": 404, "unit": 3, "value": 7}
+                for n in (3, 8)]}]}] * 3)
+        write_log("other.bin", [{"events": [
+            {"name": "Net (execute)", "unit": 1, "value": 5, "sub_events": [
+                {"name": f"node_id_{n}:op", "type": 404, "unit": 3, "value": 7}
+                for n in (4, 8)]}]}] * 3)
+        self.open("renamed.bin", "other.bin")
+        self.assertIn("--ignore_node_ids would leave 2 fewer series", self.text("main"))
+        self.assertIn("With one log on each side", self.text("main"))
+        self.open("renamed.bin", "other.bin", "--ignore_node_ids")
+        self.assertEqual([row["node"] for row in self.tables()[0]], ["3→4", "8"])
 
-    def test_warm_up_is_shaded_and_can_be_hidden(self):
+    def test_strips_are_to_scale(self):
+        self.open("a.bin", "b.bin")
+        compared = self.comparison("a.bin", "b.bin")
+        strips = self.js("""
+            return [...document.querySelectorAll("#graph-0 .strip")].map((strip) =>
+                [...strip.querySelectorAll("svg svg")].map((piece) =>
+                    [piece.textContent, piece.className.baseVal,
+                     getComputedStyle(piece.querySelector("rect")).fill,
+                     piece.querySelector("rect").getBoundingClientRect().left,
+                     piece.querySelector("rect").getBoundingClientRect().width]));""")
+        self.assertEqual(len(strips), 4)
+        whole = compared["0", "execute", "event", "Net 0 (execute)", "0"]
+        self.assertEqual([piece[0].partition(":")[0] for piece in strips[0]],
+                         ["Queue wait", "Device", "not measured"])
+        widths = [sum(piece[4] for piece in strip) for strip in strips]
+        self.assertAlmostEqual(widths[0] / widths[1], float(whole["mean_before"]) /
+                               float(whole["mean_after"]), 2)
+        for strip, side in zip(strips[2:], ("before", "after")):
+            sizes = {}
+            for key, row in compared.items():
+                if key[0] == "0" and key[2] == "operation" and row["mean_" + side]:
+                    sizes[key[3].partition(":")[2]] = (
+                        float(row["mean_" + side]), row["verdict"])
+            total = sum(size for size, _ in sizes.values())
+            lefts = []
+            for title, css_class, fill, left, width in strip:
+                name = title.partition(":")[0]
+                lefts.append(left)
+                if "operations" not in name:
+                    size, verdict = sizes[name]
+                    self.assertAlmostEqual(width / widths[2 + (side == "after")],
+                                           size / total, 2)
+                    self.assertEqual(css_class, verdict)
+                    ink = {"higher": "--higher", "lower": "--lower",
+                           "only_before": "--before", "only_after": "--after"}.get(verdict)
+                    if ink:
+                        self.assertEqual(fill, self.css_color(ink))
+                    else:
+                        self.assertNotIn(fill, [self.css_color("--higher"),
+                                                self.css_color("--lower")])
+            self.assertEqual(lefts, sorted(lefts))  # in the order of execution
+            numbers = [int(re.match(r"net_0/op_(\d+):", piece[0])[1]) for piece in strip
+                       if piece[0].startswith("net_0")]
+            self.assertEqual(numbers, sorted(numbers))
+
+    def test_styles(self):
+        for scheme in ("light", "dark"):
+            self.emulate(scheme=scheme)
+            self.open("a.bin", "b.bin")
+            for verdict, sign in (("higher", "▲"), ("lower", "▼")):
+                row = f"section:not([hidden]) tr.{verdict} "
+                self.assertEqual(self.text(row + ".verdict")[0], sign)
+                for cell in (".verdict", ".change", ".difference"):
+                    self.assertEqual(self.style(row + cell, "color"),
+                                     self.css_color("--" + verdict))
+                self.assertEqual(self.style(row + ".bar rect", "fill"),
+                                 self.css_color("--" + verdict))
+                cell = self.boxes(row + ".bar svg")[0]
+                bar = self.boxes(row + ".bar rect")[0]
+                middle = (cell[0] + cell[2]) / 2
+                self.assertAlmostEqual(bar[0 if verdict == "higher" else 2], middle, 0)
+            self.assertEqual(self.style("tr.no_difference .change", "color"),
+                             self.css_color("--quiet"))
+            self.assertEqual(self.style("tbody .number", "textAlign"), "end")
+            self.assertEqual(self.style("tbody .number", "fontVariantNumeric"),
+                             "tabular-nums")
+            self.assertEqual([self.style(f"thead .key.{side}", "backgroundColor")
+                              for side in ("before", "after")],
+                             [self.css_color("--before"), self.css_color("--after")])
+            for ink, least in (("text", 7), ("quiet", 4.5), ("higher", 4.5),
+                               ("lower", 4.5), ("before", 3), ("after", 3)):
+                for ground in ("--paper", "--chosen")[:1 + (ink != "quiet")]:
+                    self.assertGreaterEqual(
+                        self.contrast("--" + ink, ground), least, (scheme, ink, ground))
+            self.assertEqual(self.chart()[0][0]["borderColor"], self.color("--before"))
+        # Heads stay when the page is scrolled.
+        self.js("document.querySelectorAll('tr[data-series]')[60].scrollIntoView()")
+        self.assertEqual(self.boxes("section:not([hidden]) .series thead th")[0][1], 0)
+        # The widest bar is that of the largest difference.
+        widths = [box[2] - box[0] for box in self.boxes("#graph-0 .tables table:first-of-type"
+                                                        " .bar rect")]
+        self.assertEqual(widths[0], max(widths))
+
+    def contrast(self, *names):
+        def luminance(color):
+            red, green, blue = (part / 12.92 if part <= 0.04045 else
+                                ((part + 0.055) / 1.055) ** 2.4
+                                for part in (part / 255 for part in rgb(color)))
+            return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+        dark, light = sorted(luminance(self.color(name)) for name in names)
+        return (light + 0.05) / (dark + 0.05)
+
+    def test_narrow_screens(self):
+        for width in (360, 700, 1000, 1440):
+            self.resize(width, 740)
+            for logs in (self.hostile, ["texts.bin"], ["old", "new"]):
+                self.open(*logs)
+                for row in self.all("tr[data-series]")[:12]:
+                    self.js("arguments[0].click()", row)
+                    self.assertTrue(self.js("const page = document.documentElement;"
+                                            "return page.scrollWidth === page.clientWidth"),
+                                    (width, logs))
+
+    def print(self, **options):
+        pdf = base64.b64decode(self.cdp("Page.printToPDF", **options)["data"])
+        with open("page.pdf", "wb") as file:
+            file.write(pdf)
+        return subprocess.run(["pdftotext", "-layout", "page.pdf", "-"], check=True,
+                              capture_output=True, text=True).stdout.split("\f")[:-1]
+
+    def test_paper(self):
+        for width in (500, 1000, 1440):
+            self.resize(width, 780)
+            self.emulate(scheme="dark" if width == 1000 else "light")
+            self.open("a.bin", "b.bin")
+            for paper in ((8.27, 11.69), (8.5, 11)):
+                for landscape in (False, True):
+                    pages = self.print(paperWidth=paper[0], paperHeight=paper[1],
+                                       landscape=landscape, printBackground=True)
+                    # The node ids of all operations of the graph: 70, and a new one.
+                    nodes = re.findall(r"^ *(\d+) .*%", "\f".join(pages), re.M)
+                    wanted = {str(3 * i) for i in range(70)} | {"999"}
+                    self.assertLessEqual(wanted, set(nodes), (width, paper, landscape))
+                    for page in pages[1:]:
+                        self.assertRegex(page, "Verdict|overlap: do not add")
+                    self.assertNotIn("Find", "".join(pages))
+        self.assertIn("net_0/op_28", self.text("#graph-0"))
+        # Paper is light, and the chart on it, even with a dark color scheme.
+        self.emulate(scheme="dark")
+        self.open("long.bin")
+        self.js("""
+            addEventListener("beforeprint", () => {
+              const {data} = Chart.getChart("chart");
+              window.printed = [data.datasets[0].borderColor,
+                  getComputedStyle(document.body).backgroundColor,
+                  document.querySelectorAll("tr[data-series]").length];
+            });""")
+        dark = self.color("--before")
+        self.print()
+        color, paper, rows = self.js("return window.printed")
+        self.assertEqual(paper, "rgb(255, 255, 255)")
+        self.assertNotEqual(color, dark)
+        self.assertGreater(rows, 300)
+        self.assertEqual(len(self.tables()[0]), 100)  # afterwards
+        self.assertEqual(self.chart()[0][0]["borderColor"], dark)
+
+    def test_without_scripts(self):
+        self.open("a.bin", "b.bin")
+        with open("page.html") as file:
+            page = file.read()
+        with open("broken.html", "w") as file:  # as after a change by a mail filter
+            file.write(page.replace('"use strict";\n\n(() => {', '"use strict";\n(( => {'))
+        for name in ("page.html", "broken.html"):
+            if name == "page.html":
+                self.cdp("Emulation.setScriptExecutionDisabled", value=True)
+            self.load(name)
+            self.assertEqual([section.is_displayed() for section in
+                              self.all("section.graph")], [True] * 3)
+            self.assertEqual(len(self.boxes("tr[data-series]")), 71 + 40 + 10 + 6)
+            self.assertIn("The script of this page did not run", self.text("main"))
+            self.assertFalse(self.all("#panel")[0].is_displayed())
+            self.assertFalse(self.all("#tools")[0].is_displayed())
+            self.cdp("Emulation.setScriptExecutionDisabled", value=False)
+        self.assertIn("refused" if False else "Content Security Policy",
+                      self.browser.get_log("browser")[0]["message"])
+        self.browser.get_log("performance")
+        self.open("a.bin")
+        self.assertNotIn("did not run", self.text("main"))
+
+    def test_policy_and_head(self):
         self.open("detailed.bin")
-        is_shaded = """
-            const chart = Chart.getChart("chart");
-            const copy = document.createElement("canvas").getContext(
-                "2d", {willReadFrequently: true});
-            copy.drawImage(chart.canvas,
-                -chart.scales.x.getPixelForValue(arguments[0]) - 12,
-                7 - chart.chartArea.bottom);
-            return copy.getImageData(0, 0, 1, 1).data[3] > 0"""
-        self.assertTrue(self.js(is_shaded, 0))
-        self.assertFalse(self.js(is_shaded, 1))
-        self.assertEqual(self.all("#chart-note")[0].text,
-                         "The first run is excluded as warm-up.")
-        self.all("#zoom")[0].click()
-        self.assertEqual(self.js("return Chart.getChart('chart').scales.x.min"), 0.5)
-        self.open("detailed.bin", "--num_warmup=6")
-        self.assertIn("The first 6 runs are excluded", self.all("#chart-note")[0].text)
-        self.assertIn("No value after the warm-up", self.all(".details")[0].text)
-
-    def test_policy_blocks_injected_markup(self):
-        self.open("detailed.bin")
+        head = self.js("return document.head.innerHTML")
+        self.assertIn('<meta charset="utf-8">', head)
+        self.assertEqual(self.js("return document.characterSet"), "UTF-8")
+        self.assertEqual(self.all("meta[name=viewport]")[0].get_attribute("content"),
+                         "width=device-width, initial-scale=1")
+        policy = self.all("meta[http-equiv=Content-Security-Policy]")[0].get_attribute(
+            "content")
+        self.assertRegex(policy, r"^default-src 'none'; script-src( 'sha256-\S{44}'){3}; "
+                                 r"style-src 'sha256-\S{44}'; base-uri 'none'; "
+                                 r"form-action 'none'$")
         planted = ("<main><script>window.hacked = 1</script>"
                    "<img src=x onerror=window.hacked=1>"
                    "<img src=data:, onerror=window.hacked=1>"
@@ -394,8 +867,7 @@ class PageTest(unittest.TestCase):
             file.write(page.replace("<main>", planted, 1))
         self.load("planted.html")
         self.all("#bad")[0].click()
-        self.assertNotEqual(self.all("#bad")[0].value_of_css_property("color"),
-                            "rgba(255, 0, 0, 1)")
+        self.assertNotEqual(self.style("#bad", "color"), "rgb(255, 0, 0)")
         refused = [line["message"] for line in self.browser.get_log("browser")
                    if "Content Security Policy" in line["message"]]
         self.assertGreaterEqual(len(refused), 5)
@@ -403,81 +875,46 @@ class PageTest(unittest.TestCase):
         self.assertIsNone(self.js("return window.hacked"))
         self.browser.get_log("performance")
 
-    def test_without_scripts(self):
-        self.open("detailed.bin", "tuned.bin")
-        with_scripts = self.tables()
-        self.cdp("Emulation.setScriptExecutionDisabled", value=True)
-        self.load("page.html")
-        self.assertEqual(self.tables(), with_scripts)
-        self.assertIn("Scripts are off.", self.all("main")[0].text)
-        self.assertFalse(self.all("#runs")[0].is_displayed())
-        self.assertEqual(self.all(".graph h2"), [])  # there is only one graph
-        self.cdp("Emulation.setScriptExecutionDisabled", value=False)
-
-    def test_narrow_dark_and_printed(self):
-        self.cdp("Emulation.setDeviceMetricsOverride", width=360, height=740,
-                 deviceScaleFactor=1, mobile=False)
-        self.open(*self.hostile)
-        self.assertTrue(self.js("const page = document.documentElement;"
-                                "return page.scrollWidth === page.clientWidth"))
-        papers = []
-        for scheme in ("light", "dark"):
-            self.cdp("Emulation.setEmulatedMedia",
-                     features=[{"name": "prefers-color-scheme", "value": scheme}])
-            papers.append(self.color("--paper"))
-            for ink, least in (("text", 7), ("quiet", 4.5), ("higher", 4.5),
-                               ("lower", 4.5), ("before", 3), ("after", 3)):
-                for ground in ("--paper", "--chosen")[:1 + (ink != "quiet")]:
-                    self.assertGreaterEqual(
-                        self.contrast("--" + ink, ground), least, (scheme, ink, ground))
-            self.assertEqual(self.js("return Chart.getChart('chart').data"
-                                     ".datasets[0].borderColor"),
-                             self.color("--before"))
-        self.assertEqual(len(set(papers)), 2)
-
-        # A printed page is light, even with a dark color scheme, and complete.
-        self.cdp("Emulation.clearDeviceMetricsOverride")
-        self.open("large.bin")
-        self.cdp("Emulation.setEmulatedMedia", media="print", features=[
-            {"name": "prefers-color-scheme", "value": "dark"}])
-        self.assertEqual(self.color("--paper"), papers[0])
-        self.assertFalse(self.all("p > button")[0].is_displayed())
-        with open("page.pdf", "wb") as file:
-            file.write(base64.b64decode(self.cdp("Page.printToPDF")["data"]))
-        text = subprocess.run(["pdftotext", "-layout", "page.pdf", "-"], check=True,
-                              capture_output=True, text=True).stdout
-        for part in ("large.bin", "node_id_299:Op", "1495.00", "Net (execute)",
-                     "The first 200 of 300 rows."):
-            self.assertIn(part, text)
-
-    def color(self, name):
-        return self.js("return getComputedStyle(document.documentElement)"
-                       ".getPropertyValue(arguments[0]).trim()", name)
-
-    def contrast(self, *names):
-        def luminance(color):
-            parts = [int(color[i:i + 2], 16) / 255 for i in (1, 3, 5)]
-            red, green, blue = (part / 12.92 if part <= 0.04045 else
-                                ((part + 0.055) / 1.055) ** 2.4 for part in parts)
-            return 0.2126 * red + 0.7152 * green + 0.0722 * blue
-        dark, light = sorted(luminance(self.color(name)) for name in names)
-        return (light + 0.05) / (dark + 0.05)
+    def test_bounds(self):
+        def refusal(messages):
+            write_log("many.bin", messages)
+            done = subprocess.run([f"{BUILD}/lumo-profile-page", "many.bin"],
+                                  capture_output=True, text=True)
+            self.assertEqual(done.returncode, done.stderr != "")
+            return done.stderr.partition("lumo-profile-page: ")[2]
+        run_event = {"name": "(execute)"}
+        for events in (99999, 100000):
+            self.assertEqual(
+                refusal([{"events": [run_event] + [{}] * events}]),
+                "" if events == 99999 else "too many different events for a page: "
+                "100001, more than 100000\n")
+        for graphs in (1000, 1001):
+            self.assertEqual(
+                refusal([{"graph_index": i, "events": [run_event]} for i in range(graphs)]),
+                "" if graphs == 1000 else
+                "too many graphs for a page: 1001, more than 1000\n")
 
     def test_accessibility(self):
-        self.open("tuned.bin", "basic.bin")
-        for selector, problem in (
-                ("th:not([scope])", "a heading without a scope"),
-                ("table.series:not(:has(caption))", "a table without a caption"),
-                ("button:not([type=button])", "a button that submits"),
-                ("svg:not([aria-hidden=true])", "a bar that is read aloud"),
-                ("canvas:not([role=img][aria-label])", "a chart without a label"),
-                ("tbody tr[data-series]:not(:has(th[scope=row] button[aria-expanded]))",
-                 "a row that the keyboard does not reach")):
-            self.assertEqual(self.all(selector), [], problem)
-        for control in self.all("#runs input, #runs select"):
-            self.assertNotEqual("", self.js(
-                "return arguments[0].labels[0].firstChild.textContent.trim() ||"
-                "arguments[0].labels[0].lastChild.textContent.trim()", control))
+        for logs in (["tuned.bin", "basic.bin"], ["old"]):
+            self.open(*logs)
+            for selector, problem in (
+                    ("th:not([scope])", "a heading without a scope"),
+                    ("table.series:not(:has(caption))", "a table without a caption"),
+                    ("button:not([type=button])", "a button that submits"),
+                    ("main svg:not([aria-hidden=true], [aria-hidden=true] svg)",
+                     "a bar or strip that is read aloud"),
+                    ("canvas:not([role=img][aria-label])", "a chart without a label"),
+                    ("tbody tr[data-series]:not(:has(th [role=button][tabindex='0']"
+                     "[aria-expanded]))", "a row that the keyboard does not reach")):
+                self.assertEqual(self.all(selector), [], problem)
+            for control in self.all("main input"):
+                self.assertNotEqual("", self.js(
+                    "return arguments[0].labels[0].textContent.trim()", control))
 
 
-unittest.main(argv=sys.argv[:1])
+def row_unit(key, compared):
+    return compared[key]["unit"]
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

@@ -41,7 +41,7 @@ status=0
 echo "$status" >"$work/got/status.txt"
 mv "$work/run"/{report.txt,table.csv} "$work/got/" 2>/dev/null || true  # if written
 [ ! -f "$work/run/page.html" ] ||
-  sed -n '/^<title>/p; /^<header>/,/^<\/header>/p; /^<noscript>/,/^]}/p' \
-    "$work/run/page.html" >"$work/got/page.txt"
+  sed -n '/^<title>/p; /^<header>/,/^<\/header>/p; /^<p id="no-script"/,/^<div id="tools"/p
+          /id="data"/,/<\/script>/p' "$work/run/page.html" >"$work/got/page.txt"
 
 cd "$work" && diff -a -u -r want got

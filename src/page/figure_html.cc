@@ -13,23 +13,34 @@ int DecimalsOf(double number) {
   return std::abs(number) < 999.995 ? 2 : std::abs(number) < 9999.95 ? 1 : 0;
 }
 
+// Inserts a comma before every third digit from the point, or the end.
+std::string InsertSeparators(std::string digits) {
+  for (std::size_t i = std::min(digits.find('.'), digits.size()); i > 3;) {
+    i -= 3;
+    digits.insert(i, ",");
+  }
+  return digits;
+}
+
 std::string GroupedText(double number, int decimals) {
   if (std::abs(number) >= 1e15) {
     return WithMinus(SignificantText(number, 6));
   }
-  std::string text = FixedText(std::abs(number), decimals);
-  for (std::size_t i = std::min(text.find('.'), text.size()); i > 3; i -= 3) {
-    text.insert(i - 3, ",");
-  }
-  return number < 0 && text.find_first_of("123456789") != std::string::npos
-             ? "−" + text
-             : text;
+  const std::string text = FixedText(std::abs(number), decimals);
+  const bool is_zero = text.find_first_of("123456789") == std::string::npos;
+  return (number < 0 && !is_zero ? "−" : "") + InsertSeparators(text);
 }
 
 }  // namespace
 
 std::string NumberText(double number) {
   return GroupedText(number, DecimalsOf(number));
+}
+
+std::string WholeNumberText(std::uint64_t number) {
+  return number >= 1'000'000'000'000'000
+             ? NumberText(static_cast<double>(number))
+             : InsertSeparators(std::to_string(number));
 }
 
 std::string DifferenceText(double difference, double reference) {

@@ -3,6 +3,7 @@
 #ifndef LUMO_PAGE_FIGURE_HTML_H_
 #define LUMO_PAGE_FIGURE_HTML_H_
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -14,6 +15,9 @@ namespace lumo {
 // such as "12.50", "2,853.6" and "110,004". From 1e15 on, it has six
 // significant digits and an exponent.
 std::string NumberText(double number);
+
+// Returns a whole number, such as "110,004".
+std::string WholeNumberText(std::uint64_t number);
 
 // As NumberText(), with a sign, but with as many decimals as NumberText() of
 // `reference`.

@@ -520,6 +520,7 @@
   function copy(text, button) {
     const area = makeElement("textarea", "", text);
     document.body.append(area);
+    area.focus();
     area.select();
     document.execCommand("copy");
     area.remove();

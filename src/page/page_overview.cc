@@ -37,7 +37,7 @@ OperationCounts CountOperations(const Table& operations) {
 
 void WriteCount(std::ostream& stream, std::int64_t count,
                 std::string_view css_class) {
-  stream << "<td class=\"number count " << css_class << "\">"
+  stream << "<td class=\"number count" << css_class << "\">"
          << (count == 0 ? "–" : std::to_string(count)) << "</td>";
 }
 
@@ -91,8 +91,8 @@ void WriteGraph(std::ostream& stream, const Graph& graph) {
     if (operations != nullptr && counts.tested == 0) {
       stream << "<td colspan=\"2\" class=\"number count\">not tested</td>";
     } else {
-      WriteCount(stream, counts.higher, "higher");
-      WriteCount(stream, counts.lower, "lower");
+      WriteCount(stream, counts.higher, " higher");
+      WriteCount(stream, counts.lower, " lower");
     }
     WriteCount(stream, counts.one_sided, "");
     stream << "<td class=\"largest\">";

@@ -30,14 +30,12 @@ std::string ListJson(const auto& numbers) {
   return json + "]";
 }
 
-std::string FiguresJson(double min, double median, std::optional<double> p90,
-                        double max) {
-  std::string json = ",\"figures\":{\"min\":" + QuoteJson(NumberText(min)) +
-                     ",\"median\":" + QuoteJson(NumberText(median));
-  if (p90) {
-    json += ",\"p90\":" + QuoteJson(NumberText(*p90));
-  }
-  return json + ",\"max\":" + QuoteJson(NumberText(max)) + "}";
+std::string FiguresJson(const std::string& min, double median,
+                        const std::string& p90, const std::string& max) {
+  return ",\"figures\":{\"min\":" + QuoteJson(min) +
+         ",\"median\":" + QuoteJson(NumberText(median)) +
+         (p90.empty() ? "" : ",\"p90\":" + QuoteJson(p90)) +
+         ",\"max\":" + QuoteJson(max) + "}";
 }
 
 // The fields of a side with one log.
@@ -56,8 +54,8 @@ std::string RunsJson(const RunValues& own, std::int32_t num_warmup) {
     return json;
   }
   const Distribution all = ComputeDistribution(counted);
-  return json + FiguresJson(static_cast<double>(all.min), all.median, all.p90,
-                            static_cast<double>(all.max));
+  return json + FiguresJson(WholeNumberText(all.min), all.median,
+                            NumberText(all.p90), WholeNumberText(all.max));
 }
 
 // The fields of a side of a page about logs.
@@ -78,7 +76,8 @@ std::string LogsJson(const SideSeries& series) {
     return json;
   }
   const auto [min, max] = std::minmax_element(means.begin(), means.end());
-  return json + FiguresJson(*min, Median(means), std::nullopt, *max);
+  return json +
+         FiguresJson(NumberText(*min), Median(means), "", NumberText(*max));
 }
 
 // The mean of a part. The number of a background operation means nothing, and
