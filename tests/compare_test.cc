@@ -48,7 +48,7 @@ TEST(Figures, AreExact) {
       {{kMax, kMax, kMax}, 18446744073709551616.0, 0},
       {{0, kMax}, 9223372036854775808.0, 13043817825332782212.0},
       // 2^53 + 1 has no double; the mean of this and 2^53 + 3 has.
-      {{k2To53 + 1, k2To53 + 3}, 9007199254740994, std::sqrt(8.0)},
+      {{k2To53 + 1, k2To53 + 3}, 9007199254740994.0, std::sqrt(8.0)},
   };
   for (const auto& test : kCases) {
     const Figures figures = FiguresOf(test.values);

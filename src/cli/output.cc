@@ -88,7 +88,7 @@ std::string WriteText(int fd, const TextWriter& write) {
 // Writes the text to a device, a pipe or, after truncating it, a file.
 std::string WriteDirectly(const std::string& path, const TextWriter& write) {
   const int fd = open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
-  const std::string error = fd < 0 ? CannotBe("created") : WriteText(fd, write);
+  std::string error = fd < 0 ? CannotBe("created") : WriteText(fd, write);
   close(fd);
   return error;
 }

@@ -70,19 +70,22 @@ std::vector<FoundLog> FindEachLog(const std::string& path) {
   std::vector<FoundLog> found;
   std::set<std::pair<dev_t, ino_t>> files;
   for (FoundLog& log : named) {
-    if (!log.error.empty()) {
-      // A folder.
-    } else if (stat(log.path.c_str(), &status) != 0) {
+    const bool exists =
+        log.error.empty() && stat(log.path.c_str(), &status) == 0;
+    if (log.error.empty() && !exists) {
       log.error =
           Printable(log.path) + ": cannot be opened: " + std::strerror(errno);
-    } else if (IsFolder(status)) {
-      continue;  // a symbolic link
-    } else if (!S_ISREG(status.st_mode)) {
+    } else if (exists && !IsFolder(status) && !S_ISREG(status.st_mode)) {
       log.error = Printable(log.path) + ": is not a regular file";
-    } else if (!files.emplace(status.st_dev, status.st_ino).second) {
-      continue;
     }
-    found.push_back(std::move(log));
+    // Symbolic links to folders are ignored, as are further names of a log.
+    const bool is_ignored =
+        exists && log.error.empty() &&
+        (IsFolder(status) ||
+         !files.emplace(status.st_dev, status.st_ino).second);
+    if (!is_ignored) {
+      found.push_back(std::move(log));
+    }
   }
   if (found.empty()) {
     found.push_back({path, Printable(path) + ": the folder has no logs (files "
