@@ -109,6 +109,7 @@ int ExportStatistics(const Options& options) {
     }
   }
   std::vector<std::string> paths;
+  paths.reserve(found.size());
   for (const lumo::FoundLog& log : found) {
     paths.push_back(log.path);
   }
