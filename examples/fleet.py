@@ -74,8 +74,7 @@ def read_batch(batch, options, timeout):
     return result
 
 
-def merge(result, other):
-    """Adds the result of read_batch() for other logs to a result."""
+def merge(result, other):  # adds the result for other logs
     for key, pairs in other[0].items():
         result[0].setdefault(key, array.array("d")).extend(pairs)
     result[1].update(other[1])
@@ -198,7 +197,8 @@ def write_whole(path, content):
 def say(text):
     """Prints a line on standard error."""
     with contextlib.suppress(OSError):
-        os.write(sys.stderr.fileno(), os.fsencode(escape(f"fleet.py: {text}", "[\0-\x1f\x7f]") + "\n"))
+        line = escape(f"fleet.py: {text}", "[\0-\x1f\x7f]") + "\n"
+        os.write(sys.stderr.fileno(), os.fsencode(line))
 
 
 def parse_arguments():
@@ -234,7 +234,7 @@ def connect(options):
         os.dup2(os.open(os.devnull, os.O_WRONLY), 2)
         warnings.simplefilter("ignore")
         logging.disable()
-    # By default, a local worker that takes 15 seconds to restart is given up for good.
+    # Otherwise, a local worker that takes 15 seconds to restart is given up for good.
     dask.config.set({"distributed.deploy.lost-worker-timeout": "1h"})
     client = Client(options.scheduler) if options.scheduler else Client(
         n_workers=dask.system.CPU_COUNT, threads_per_worker=1, dashboard_address="127.0.0.1:0")
