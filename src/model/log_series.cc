@@ -77,7 +77,7 @@ std::size_t FindOrAdd(const Collector::Key& key, std::size_t parent,
     const auto runs =
         static_cast<std::size_t>(std::min(collector->total_runs, 8));
     series.values.reserve(runs);
-    series.runs.reserve(runs);
+    series.runs.reserve(level == Level::kPart ? 0 : runs);
     collector->last_below.emplace_back();
   }
   return entry->second;
@@ -139,7 +139,9 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
     ++place;
     operations += is_operation ? 1 : 0;
     collector->series[index].values.push_back(event.value());
-    collector->series[index].runs.push_back(collector->run_count);
+    if (is_operation) {
+      collector->series[index].runs.push_back(collector->run_count);
+    }
     if (collector->with_parts) {
       AddEventsBelow(event.sub_events(), index, false, collector);
     }

@@ -58,7 +58,7 @@ struct Series {
   // as an operation below two top-level events, has two values of that run.
   std::vector<std::uint64_t> values;
   // The run of each value: its ordinal, from 0, among the runs of this kind and
-  // graph.
+  // graph. Empty for parts, whose runs nothing needs.
   std::vector<std::int32_t> runs;
 };
 
