@@ -3,7 +3,6 @@
 #ifndef LUMO_PAGE_PAGE_COLUMNS_H_
 #define LUMO_PAGE_PAGE_COLUMNS_H_
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,43 +11,32 @@
 
 namespace lumo {
 
-struct Column;
-
-// The data for a cell of a row.
-struct Cell {
-  const Page& page;
-  const Table& table;
-  const Row& row;
-  const Column& column;
-};
-
 struct Column {
-  // Names the column in the address of the page.
+  // Names the column in the address of the page. Empty for a column that cannot
+  // be sorted.
   const char* key;
-  // As HTML; may be empty, for a column that cannot be sorted.
+  // As HTML.
   const char* heading;
   const char* css_class;
-  // Returns the content of a cell as HTML.
-  std::string (*html)(const Cell&);
-  // Returns the value that the column is sorted by. Nothing if it is missing.
-  // Null for a column that is sorted by its text.
-  std::optional<double> (*value)(const Cell&);
-  // The side that the column is about, if it is about one.
-  std::size_t side;
 };
 
-// Returns the columns of a table.
-std::vector<Column> ColumnsOf(const Page& page, const Table& table);
+struct Cell {
+  Column column;
+  // The content as HTML.
+  std::string html;
+  // The number that the column is sorted by. Nothing if it is missing, or if
+  // the column is sorted by its text.
+  std::optional<double> value;
+};
 
-// Returns the node ids of an operation on the sides, such as "14" or "11→5",
-// as HTML; empty if its name has none.
-std::string NodeHtml(const Row& row);
+// Returns the cells of a row. All rows of a table have the same columns.
+std::vector<Cell> CellsOf(const Page& page, const Table& table, const Row& row);
 
 // Returns the name of a row as HTML, without its node ids, and with its
 // occurrence if several series have the name.
 std::string NameHtml(const Row& row);
 
-// Returns the verdict of a pair as HTML, with a sign.
+// Returns the verdict of a pair as text, with a sign.
 std::string VerdictHtml(const SeriesPair& pair);
 
 }  // namespace lumo

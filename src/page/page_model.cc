@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "page/display_text.h"
+#include "model/event_fields.h"
 
 namespace lumo {
 namespace {
@@ -72,12 +72,14 @@ void SortRows(Table* table) {
       [&key_of](const Row& a, const Row& b) { return key_of(a) < key_of(b); });
 }
 
-// Sets `units` and the shares of operations.
+// Sets `units`, `has_nodes` and the shares of operations.
 void AddUp(std::size_t side_count, Table* table) {
   for (const Row& row : table->rows) {
     UnitRows& unit = table->units[SeriesOf(row).unit];
     unit.sums.resize(side_count);
     unit.largest_size = std::max(unit.largest_size, SizeOf(row));
+    table->has_nodes |= table->level == Level::kOperation &&
+                        ParseNodeId(SeriesOf(row).name.substr(0, 100)) != -1;
     for (std::size_t i = 0; i < side_count; ++i) {
       unit.sums[i] += row.sides[i].figures.mean;
     }
@@ -104,7 +106,7 @@ void AppendTables(const Page& page, RunKind kind, Graph* graph) {
     rows = ListRows(*first, page.sample);
   }
   for (const Level level : {Level::kOperation, Level::kEvent}) {
-    Table table = {kind, level, {}, {}};
+    Table table = {kind, level, {}, {}, false};
     std::copy_if(
         rows.begin(), rows.end(), std::back_inserter(table.rows),
         [level](const Row& row) { return SeriesOf(row).level == level; });
@@ -212,50 +214,6 @@ const SideRuns* FindRuns(const Side& side, RunKind kind, std::int32_t graph) {
 
 std::span<const SideSeries> AllSeries(const SideRuns* runs) {
   return runs == nullptr ? std::span<const SideSeries>() : runs->series;
-}
-
-std::string ExplainSize(const Page& page) {
-  // A browser takes minutes for more rows. Only artificial logs have as many
-  // events, or as many graphs, or use the same long names again and again.
-  constexpr std::size_t kMaxRows = 100000;
-  constexpr std::size_t kMaxGraphs = 1000;
-  constexpr std::uint64_t kFreeBytes = 1000000;
-  const auto explain = [](const std::string& what, std::uint64_t count,
-                          std::uint64_t limit) {
-    return "too " + what + " for a page: " + std::to_string(count) +
-           ", more than " + std::to_string(limit);
-  };
-  if (page.graphs.size() > kMaxGraphs) {
-    return explain("many graphs", page.graphs.size(), kMaxGraphs);
-  }
-  std::size_t rows = 0;
-  std::uint64_t limit = kFreeBytes;
-  std::uint64_t text = 0;
-  for (const Graph& graph : page.graphs) {
-    for (const Table& table : graph.tables) {
-      rows += table.rows.size();
-    }
-  }
-  for (const PageLogs& logs : page.logs) {
-    limit += 10 * logs.size;
-  }
-  if (rows > kMaxRows) {
-    return explain("many different events", rows, kMaxRows);
-  }
-  for (const Side& side : page.sides) {
-    for (const auto& [key, runs] : side.runs) {
-      for (const SideSeries& series : runs.series) {
-        for (const char c : series.name.substr(0, kLongestText)) {
-          text += c >= ' ' && c <= '~' ? 1 : 6;  // such as "\u0645"
-        }
-        if (text > limit) {
-          return explain("much text in the names of events", text, limit) +
-                 " bytes";
-        }
-      }
-    }
-  }
-  return "";
 }
 
 }  // namespace lumo

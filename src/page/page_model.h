@@ -58,6 +58,8 @@ struct Table {
   std::vector<Row> rows;
   // By the unit.
   std::map<std::string_view, UnitRows> units;
+  // Whether a name begins with a node id.
+  bool has_nodes;
 };
 
 struct Graph {

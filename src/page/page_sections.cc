@@ -1,7 +1,6 @@
 #include "page/page_sections.h"
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,23 +14,33 @@
 namespace lumo {
 namespace {
 
+void WriteHeadings(std::ostream& stream, const std::vector<Cell>& cells) {
+  stream << "<thead><tr>";
+  for (const Cell& cell : cells) {
+    const auto& [key, heading, css_class] = cell.column;
+    if (*key == '\0') {
+      stream << "<td class=\"" << css_class << "\"></td>";
+    } else {
+      stream << "<th scope=\"col\" class=\"" << css_class << "\" data-key=\""
+             << key << "\">" << heading << "</th>";
+    }
+  }
+  stream << "</tr></thead>\n";
+}
+
 void WriteRow(std::ostream& stream, const Page& page, const Graph& graph,
-              const Table& table, const std::vector<Column>& columns,
-              const Row& row) {
+              const Table& table, const Row& row) {
   stream << "<tr id=\"row-" << row.number << "\" class=\""
          << (row.pair != nullptr ? VerdictText(row.pair->verdict) : "")
          << "\" data-series='" << RowJson(page, graph, table, row) << "'>";
-  for (const Column& column : columns) {
-    const Cell cell = {page, table, row, column};
+  for (const auto& [column, html, value] : CellsOf(page, table, row)) {
     const bool is_heading = std::string_view(column.key) == "name";
     stream << (is_heading ? "<th scope=\"row\" class=\"" : "<td class=\"")
            << column.css_class << '"';
-    const std::optional<double> value =
-        column.value != nullptr ? column.value(cell) : std::nullopt;
     if (value) {
       stream << " data-value=\"" << ShortestText(*value) << '"';
     }
-    stream << '>' << column.html(cell) << (is_heading ? "</th>" : "</td>");
+    stream << '>' << html << (is_heading ? "</th>" : "</td>");
   }
   stream << "</tr>\n";
 }
@@ -66,25 +75,13 @@ std::string NoteOf(const Page& page, const Table& table) {
 
 void WriteTable(std::ostream& stream, const Page& page, const Graph& graph,
                 const Table& table) {
-  const std::vector<Column> columns = ColumnsOf(page, table);
   stream << "<table class=\"series"
          << (page.comparison != nullptr ? " compared" : "") << "\"><caption>"
-         << CaptionOf(table) << "</caption>\n<thead><tr>";
-  for (const Column& column : columns) {
-    if (*column.heading == '\0') {
-      stream << "<td class=\"" << column.css_class << "\"></td>";
-    } else {
-      stream << "<th scope=\"col\" class=\"" << column.css_class
-             << "\" data-key=\"" << column.key << "\">" << column.heading
-             << "</th>";
-    }
-  }
-  stream << "</tr></thead>\n<tbody>\n";
-  for (const Row& row : table.rows) {
-    if (!stream.good()) {
-      return;
-    }
-    WriteRow(stream, page, graph, table, columns, row);
+         << CaptionOf(table) << "</caption>\n";
+  WriteHeadings(stream, CellsOf(page, table, table.rows.front()));
+  stream << "<tbody>\n";
+  for (std::size_t i = 0; i < table.rows.size() && stream.good(); ++i) {
+    WriteRow(stream, page, graph, table, table.rows[i]);
   }
   stream << "</tbody></table>\n<p class=\"note\">" << NoteOf(page, table)
          << "</p>\n";
