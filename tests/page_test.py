@@ -685,8 +685,10 @@ class PageTest(unittest.TestCase):
                 {"name": f"node_id_{n}:op", "type": 404, "unit": 3, "value": 7}
                 for n in (4, 8)]}]}] * 3)
         self.open("renamed.bin", "other.bin")
-        self.assertIn("--ignore_node_ids would leave 2 fewer series", self.text("main"))
-        self.assertIn("With one log on each side", self.text("main"))
+        notes = re.findall("^Note: .*", run("lumo-profile-compare", "renamed.bin",
+                                            "other.bin"), re.M)
+        self.assertEqual([note.text for note in self.all("main > .note")], notes)
+        self.assertEqual(len(notes), 2)
         self.open("renamed.bin", "other.bin", "--ignore_node_ids")
         self.assertEqual([row["node"] for row in self.tables()[0]], ["3→4", "8"])
 

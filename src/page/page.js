@@ -1,5 +1,5 @@
-// Shows one graph at a time, sorts and filters its tables, and draws the chart of
-// the chosen row. It computes no figures: they come from the page.
+// Shows one graph at a time, sorts and filters its tables, and draws the chart
+// of the chosen row. It computes no figures: they come from the page.
 "use strict";
 
 (() => {
@@ -60,7 +60,6 @@
     const item = {row, table, verdict: row.className};
     const node = textOf(item, "node");
     item.name = (node === "" ? "" : `node_id_${node}:`) + textOf(item, "name");
-    item.searched = item.name.toLowerCase();
     return item;
   }
 
@@ -89,11 +88,8 @@
         (typeof a === "number" ? a - b : collator.compare(a, b));
   }
 
-  // Returns rows in the order of the state.
+  // Returns rows in the order of the state; "" and unknown columns keep theirs.
   function sortItems(found) {
-    if (state.sort === "") {
-      return found;
-    }
     const direction = state.sort.startsWith("-") ? -1 : 1;
     const key = state.sort.replace("-", "");
     return found.map((item) => [valueOf(item, key), item])
@@ -106,9 +102,9 @@
     const words = state.find.toLowerCase().split(/\s+/);
     const verdicts = {different: ["higher", "lower"],
       one: ["only_before", "only_after"]}[state.show];
-    return table.items.filter(({verdict, searched}) =>
+    return table.items.filter(({verdict, name}) =>
         (verdicts === undefined || verdicts.includes(verdict)) &&
-        words.every((word) => searched.includes(word)));
+        words.every((word) => name.toLowerCase().includes(word)));
   }
 
   // Shows the rows of a table, at most `limit` of them.
@@ -124,8 +120,8 @@
         ? `${found.length}` : `${found.length} of ${table.items.length}`;
     table.more.replaceChildren(found.length === 0 ? "No row is found." : "");
     if (found.length > limit) {
-      table.more.append(`The first ${limit} of ${found.length} rows. `,
-          makeButton(() => renderTable(table, Infinity), "Show all"));
+      const button = makeButton(() => renderTable(table, Infinity), "Show all");
+      table.more.append(`The first ${limit} of ${found.length} rows. `, button);
     }
   }
 
@@ -145,9 +141,8 @@
 
   // ---- The state, which is also in the address of the page ----
 
-  // The section of the graph, the chosen row or null, the key of the column to
-  // sort by, after a "-" for descending order, the words to find, and
-  // "different" or "one" to show only such rows.
+  // The section of the graph, the chosen row or null, the column to sort by,
+  // after a "-" if descending, words, and "different" or "one" for such rows.
   const state = {section: null, item: null, sort: "", find: "", show: ""};
 
   const firstItemOf = (section) =>
@@ -181,8 +176,8 @@
     return "#" + new URLSearchParams(fields.filter(([, text]) => text !== ""));
   }
 
-  // Shows a changed state and puts it into the address: as a new entry of the
-  // history, or in place of the last one.
+  // Shows a changed state and puts it into the address, which becomes a new
+  // entry of the history if `isNew`.
   function change(changes, isNew = true) {
     showState({...state, ...changes});
     const address = addressOf(state);
@@ -195,10 +190,8 @@
   // order.
   function sortBy(heading) {
     const {key} = heading.dataset;
-    const orders = [key, `-${key}`];
-    if (heading.classList.contains("number")) {
-      orders.reverse();
-    }
+    const orders = heading.classList.contains("number")
+        ? [`-${key}`, key] : [key, `-${key}`];
     change({sort: state.sort === orders[0] ? orders[1] : orders[0]}, false);
   }
 
@@ -241,11 +234,9 @@
 
   // ---- The chart ----
 
-  let chart = null;
-
+  let chart;
   const color = (name) => getComputedStyle(document.documentElement)
       .getPropertyValue(name).trim();
-
   const colorOf = (side) => color(side === 0 ? "--before" : "--after");
 
   // How many neighboring values share two points; 1 if every value has its own.
@@ -300,8 +291,7 @@
       borderColor: own,
       borderWidth: 1,
       // Warm-up runs are hollow.
-      pointBackgroundColor:
-          points.map(({isWarmUp}) => isWarmUp ? "transparent" : own),
+      pointBackgroundColor: points.map((p) => p.isWarmUp ? "transparent" : own),
       pointStyle: side === 0 ? "circle" : "rect",
       pointRadius: points.length > 100 ? 1.5 : 3,
     };
@@ -320,10 +310,8 @@
     const least = Math.min(...ends);
     const greatest = Math.max(...ends);
     const room = 0.05 * (greatest - least) || 0.05 * greatest || 1;
-    return {
-      min: byId("from-zero").checked ? 0 : Math.max(0, least - room),
-      max: greatest + room,
-    };
+    const min = byId("from-zero").checked ? 0 : Math.max(0, least - room);
+    return {min, max: greatest + room};
   }
 
   // Draws the mean of each side with a band of one deviation, the deviations of
@@ -374,20 +362,16 @@
       ticks: {color: color("--quiet"), precision: 0, includeBounds: false},
       grid: {color: color("--line")},
     });
+    const first = data.logs === undefined ? 0 : 1;
     const last = datasets.flatMap(({data: points}) => points)
-        .reduce((most, {x}) => Math.max(most, x), 0);
+        .reduce((most, {x}) => Math.max(most, x), first);
     return {
       animation: false,
       parsing: false,
       maintainAspectRatio: false,
       interaction: {mode: "nearest", axis: "x", intersect: false},
       scales: {
-        x: {
-          type: "linear",
-          min: data.logs === undefined ? -0.5 : 0.5,
-          max: last + 0.5,
-          ...axis(noun),
-        },
+        x: {type: "linear", min: first - 0.5, max: last + 0.5, ...axis(noun)},
         y: {...rangeOf(datasets), ...axis(unit)},
       },
       plugins: {
@@ -403,14 +387,14 @@
 
   // What the chart shows.
   function chartNote(sides) {
+    const hasWarmUp = sides.some(({excluded}) => excluded > 0);
     const groups = sides.map(({values = []}) => values)
         .filter((values) => groupSize(values) > 1)
-        .map((values) => ` The smallest and the largest of every ` +
+        .map((values) => " The smallest and the largest of every " +
             `${groupSize(values)} of ${values.length} values.`);
     return (data.logs === undefined ? "" : "Each point is a log. ") +
         "Line and band: mean ± std. dev." +
-        (sides.some(({excluded}) => excluded > 0)
-            ? " Hollow or triangle: warm-up." : "") + groups.join("");
+        (hasWarmUp ? " Hollow or triangle: warm-up." : "") + groups.join("");
   }
 
   // Draws the chosen row.
@@ -422,7 +406,7 @@
     const datasets = sides.map((side, i) => side && makeDataset(side, i))
         .filter(Boolean);
     byId("chart-note").textContent = chartNote(sides.filter(Boolean));
-    if (chart !== null) {
+    if (chart !== undefined) {
       chart.destroy();
     }
     chart = new Chart(byId("chart"), {
@@ -439,9 +423,8 @@
   function makeRow(heading, texts, tag = "td") {
     const row = makeElement("tr", "", makeElement("th", "", ...heading),
         ...texts.map((text) => makeElement(tag, "number", text)));
-    for (const cell of row.querySelectorAll("th")) {
-      cell.scope = tag === "th" ? "col" : "row";
-    }
+    row.querySelectorAll("th").forEach((cell) => cell.setAttribute(
+        "scope", tag === "th" ? "col" : "row"));
     return row;
   }
 
@@ -455,9 +438,8 @@
     byId("figures").replaceChildren(makeRow([], [...keys, "n"], "th"));
     sides.forEach((side, i) => {
       if (side !== null) {
-        const figures = side.figures || {};
-        byId("figures").append(makeRow(keyOf(i),
-            [...keys.map((key) => figures[key] || ""), `${side.n}`]));
+        const texts = keys.map((key) => (side.figures || {})[key] || "");
+        byId("figures").append(makeRow(keyOf(i), [...texts, `${side.n}`]));
       }
     });
   }
@@ -530,13 +512,13 @@
   // ---- The page ----
 
   // Chooses a row, or closes its panel if it is chosen.
-  function toggleRow(row) {
-    const item = items.find((other) => other.row === row);
+  function toggleRow(chosen) {
+    const item = items.find(({row}) => row === chosen);
     change({item: item === state.item ? null : item});
   }
 
-  // Follows a link, also of a row of the overview, or chooses a row, unless text
-  // has been selected or the browser opens a new tab.
+  // Follows a link, also of a row of the overview, or chooses a row, unless
+  // text has been selected or the browser opens a new tab.
   function onClick(event) {
     const graph = event.target.closest(".overview tbody tr");
     const link = event.target.closest("a[href^='#']") ||
@@ -555,8 +537,8 @@
   }
 
   function onKey(event) {
-    if (event.target.matches("tr [role=button]") &&
-        [" ", "Enter"].includes(event.key)) {
+    const isPressed = [" ", "Enter"].includes(event.key);
+    if (isPressed && event.target.matches("tr [role=button]")) {
       event.preventDefault();
       toggleRow(event.target.closest("tr"));
     }
