@@ -9,7 +9,7 @@ import subprocess
 US, CYCLES = "ORX_PROFILE_EVENTUNIT_MICROSEC", "ORX_PROFILE_EVENTUNIT_CYCLES"
 NODE = "ORX_PROFILE_EVENTTYPE_NODE"
 NAMES = ["node_id_1:Conv", "Conv", "Conv", 'a "quoted", one', "two\nlines\r", "Größe",
-         "bytes \udcff\udc80", "", "NA", " blank ", "zero\0byte", "=1+1"]
+         "bytes \udcff\udc80", "", "NA", " blank ", "zero\0byte", "=1+1", "cr\ronly"]
 
 
 def event(name, value, unit=CYCLES, **more):
