@@ -418,6 +418,7 @@ class PageTest(unittest.TestCase):
         for graph in (0, 1):
             self.click(f".overview a[href='#graph-{graph}']")
             rows = self.tables()[0]
+            self.assertIn(f"net_{graph}/", self.text("#chosen-name"))
             find.send_keys("3 OP_")
             self.assertEqual(self.names(), [row["name"] for row in rows if "op_" in
                              row["name"] and "3" in row["name"] + row["node"]])
