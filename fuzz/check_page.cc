@@ -32,10 +32,9 @@ void Check(bool condition) {
 // Whether each "<" begins an element that pages have, and each "&" an entity.
 bool IsOwnMarkup(std::string_view html) {
   static const std::set<std::string_view> elements = {
-      "a",    "abbr",    "b",     "bdi",   "br",    "caption", "details",
-      "div",  "h1",      "h2",    "li",    "p",     "rect",    "section",
-      "span", "summary", "svg",   "table", "tbody", "td",      "text",
-      "th",   "thead",   "title", "tr",    "ul"};
+      "a",     "abbr",  "b",  "bdi",  "br",      "caption", "details", "div",
+      "h1",    "h2",    "p",  "rect", "section", "span",    "summary", "svg",
+      "table", "tbody", "td", "text", "th",      "thead",   "title",   "tr"};
   static const std::set<std::string_view> entities = {"amp", "lt", "gt", "quot",
                                                       "#39"};
   std::size_t begin = 0;

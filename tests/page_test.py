@@ -418,6 +418,7 @@ class PageTest(unittest.TestCase):
         for graph in (0, 1):
             self.click(f".overview a[href='#graph-{graph}']")
             rows = self.tables()[0]
+            self.assertIn(f"net_{graph}/", self.text("#chosen-name"))
             find.send_keys("3 OP_")
             self.assertEqual(self.names(), [row["name"] for row in rows if "op_" in
                              row["name"] and "3" in row["name"] + row["node"]])
@@ -452,6 +453,7 @@ class PageTest(unittest.TestCase):
         self.all("#find")[0].send_keys("op_")
         seen = (self.browser.current_url, self.tables(), self.text("#panel"))
         self.browser.refresh()
+        self.assertEqual(self.js("return document.getElementById('find').value"), "op_")
         self.assertEqual((self.browser.current_url, self.tables(), self.text("#panel")), seen)
         self.browser.get("about:blank")
         self.browser.get(seen[0])
@@ -522,7 +524,9 @@ class PageTest(unittest.TestCase):
             sets, (left, right, bottom, top) = self.chart()
             want = [self.values(log, name, graph) for log in ("a.bin", "b.bin")]
             self.assertEqual([data["points"] for data in sets], want)
-            for data, side, key in zip(sets, ("before", "after"), self.all("#figures .key")):
+            keys = self.all("#figures .key")
+            self.assertEqual(len(keys), 2)
+            for data, side, key in zip(sets, ("before", "after"), keys):
                 self.assertEqual([data["mean"], data["stdev"]],
                                  [float(row["mean_" + side]), float(row["stdev_" + side])])
                 self.assertEqual(data["borderColor"], self.color("--" + side))
@@ -666,6 +670,8 @@ class PageTest(unittest.TestCase):
                 self.assertEqual(x, want_x)
                 self.assertAlmostEqual(y or 0, want_y or 0, 6)
         self.assertIsNone(sets[0]["points"][2][1])  # a gap
+        self.assertGreater(self.js("const {data} = Chart.getChart('chart');"
+                                   "return data.datasets[1].data[4].stdev"), 1)
         self.assertTrue(sets[0]["showLine"] and not sets[0].get("spanGaps"))
         self.point_at(2)
         self.assertIn("old/log_1.bin 2026-03-02 03:00:00", self.js(

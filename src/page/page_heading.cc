@@ -106,9 +106,11 @@ std::string DescribeAll(const Page& page) {
   if (HaveEqualRuns(page)) {
     text += "<b>" + RunCountsText(page.sides[0], RunKind::kExecute) + "</b>, ";
   }
-  text += AreEqual(page, BackendsHtml)
-              ? BackendsHtml(page.logs.front().facts.front())
-              : "<b>backends differ</b>";
+  constexpr std::size_t kLongest = 100;
+  const std::string backends = BackendsHtml(page.logs.front().facts.front());
+  text += !AreEqual(page, BackendsHtml) ? "<b>backends differ</b>"
+          : backends.size() <= kLongest ? backends
+                                        : "several backends";
   text += ", warm-up " + CountText(page.num_warmup, "run");
   if (has_several) {
     text += AreEqual(page, VersionsHtml) ? ", same versions"
