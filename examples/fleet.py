@@ -119,9 +119,9 @@ def compute(client, batches, options, result):
     pauses, suspects, count = 0, [], sum(map(len, batches))
     while batch_of:
         if not running.has_ready():
-            time.sleep(0.005)
+            time.sleep(0.02)
             pauses += 1
-            if pauses % 12000 == 0:  # about a minute
+            if pauses % 3000 == 0:  # about a minute
                 client.wait_for_workers(1, timeout=60)  # fails if none is left
             continue
         future, outcome = next(running)
