@@ -130,6 +130,9 @@ def compute(client, batches, options, result):
             merge(result, outcome)
         elif future.status == "cancelled":
             raise OSError("lost the connection to the scheduler")
+        elif future.status != "error":  # a worker died with it; it is computed again
+            batch_of[future.key] = batch
+            running.add(future)
         elif not isinstance(future.exception(), KilledWorker):
             raise future.exception()
         elif len(batches) == len(batch) == 1:
