@@ -63,7 +63,7 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     return;  // there is no page for such a log
   }
   const InputLog log = {Log("<path>&", bytes, root), groups};
-  const std::vector<RunSeries> all_runs = CollectLogSeries(groups, true);
+  const std::vector<RunSeries> run_series = CollectLogSeries(groups, true);
   // A page of the log, of the log twice, and of two folders.
   for (const auto& [side_count, log_count] :
        {std::pair(1, 1), {2, 1}, {2, 2}}) {
@@ -73,8 +73,9 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     PageLogs logs;
     for (int i = 0; i < log_count; ++i) {
       side.logs.push_back(side.path);
-      AddLog(static_cast<std::size_t>(i), all_runs, num_warmup, &names, &side);
-      AddPageLog(log, all_runs, &logs);
+      AddLog(static_cast<std::size_t>(i), run_series, num_warmup, &names,
+             &side);
+      AddPageLog(log, run_series, &logs);
     }
     const auto count = static_cast<std::size_t>(side_count);
     const std::vector<Side> sides(count, side);

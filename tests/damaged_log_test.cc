@@ -122,11 +122,11 @@ TEST(Limits, AFailedWriteEndsTheText) {
       nullptr};
   log.root = GetProfilingLog(log.bytes.data());
   const MessageGroups groups = GroupMessages(*log.root);
-  const std::vector<RunSeries> all_runs = CollectLogSeries(groups, true);
+  const std::vector<RunSeries> run_series = CollectLogSeries(groups, true);
   Names names;
   std::vector<Side> sides(1);
   sides.front().logs.emplace_back("log");
-  AddLog(0, all_runs, 1, &names, &sides.front());
+  AddLog(0, run_series, 1, &names, &sides.front());
   std::string error;
   const auto comparison =
       CompareSides(sides.front(), Side(), 99.0, false, &error);
@@ -137,7 +137,7 @@ TEST(Limits, AFailedWriteEndsTheText) {
   WriteComparisonRows(failed, *comparison);
 #ifdef LUMO_HAS_PAGE
   std::vector<PageLogs> logs(1);
-  AddPageLog({std::move(log), groups}, all_runs, &logs.front());
+  AddPageLog({std::move(log), groups}, run_series, &logs.front());
   const Page page = MakePage(sides, logs, nullptr, 1);
   EXPECT_NE(ExplainSize(page), "");
   WriteSections(failed, page);

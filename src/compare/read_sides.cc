@@ -18,11 +18,11 @@ bool ReadLogs(std::size_t number, std::int32_t num_warmup, Names* names,
     if (!log) {
       return false;
     }
-    std::vector<RunSeries> all_runs =
+    std::vector<RunSeries> run_series =
         CollectLogSeries(log->groups, visit != nullptr);
-    AddLog(i, all_runs, num_warmup, names, side);
+    AddLog(i, run_series, num_warmup, names, side);
     if (visit != nullptr) {
-      visit(number, std::move(*log), std::move(all_runs));
+      visit(number, std::move(*log), std::move(run_series));
     }
     CountLog(progress);
   }

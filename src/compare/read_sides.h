@@ -19,7 +19,7 @@ namespace lumo {
 // Called with each log after it has been added to its side. `side` is the index
 // of the side.
 using LogVisitor = std::function<void(std::size_t side, InputLog log,
-                                      std::vector<RunSeries> all_runs)>;
+                                      std::vector<RunSeries> run_series)>;
 
 // Returns a side for each of the paths: a log, or a folder that stands for the
 // logs of FindLogs(). Logs are read one after the other, with their parts if
