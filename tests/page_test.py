@@ -85,23 +85,7 @@ def write_model(path, sizes=(70, 40, 10), runs=12, changes=(), absent=(), added=
 def number(value):
     """Returns a figure as pages write it."""
     decimals = 2 if abs(value) < 999.995 else 1 if abs(value) < 9999.95 else 0
-    return f"{value:.6g}" if abs(value) >= 1e15 else f"{value:,.{decimals}f}"
-
-
-def change_of(row):
-    """Returns the change of a row of the comparison as pages write it."""
-    if not row["change_percent"]:
-        return ""
-    before, after = (float(row["mean_" + side]) for side in ("before", "after"))
-    change = (after - before) / before * 100
-    return ("+" * (change >= 0) + f"{change:.2f}%").replace("-", "−")
-
-
-def escape(name):
-    """Returns a name as it is escaped in messages and on pages."""
-    special = {"\\": "\\\\", "\n": "\\n", "\t": "\\t"}
-    return "".join(special.get(c, f"\\x{ord(c):02x}" if c < " " or c == "\x7f" else c)
-                   for c in name)
+    return f"{value:,.{decimals}f}"
 
 
 def start_order(row):
@@ -117,7 +101,7 @@ def cells_of(row, rows):
     comparison as pages write them. `rows` are those of the same graph."""
     keys = ("kind", "level", "name", "unit")
     alike = [other for other in rows if all(other[key] == row[key] for key in keys)]
-    name = escape(row["name"]) + f" (occurrence {row['occurrence']})" * (len(alike) > 1)
+    name = row["name"] + f" (occurrence {row['occurrence']})" * (len(alike) > 1)
     means, texts = [], []
     for side in ("before", "after"):
         text = number(float(row["mean_" + side])) if row["mean_" + side] else ""
@@ -136,10 +120,10 @@ def cells_of(row, rows):
                     (other["level"], other["unit"]) == ("operation", row["unit"]))
         share = f"{100 * float(row['mean_' + side]) / total:.1f}%" if (
             row["mean_" + side] and total) else ""
+    change = row["change_percent"] and f"{100 * (means[1] - means[0]) / means[0]:+.2f}%"
     sign = {"higher": "▲ ", "lower": "▼ "}.get(row["verdict"], "")
-    verdict = sign + row["verdict"].replace("_", " ")
-    return [name, share, *texts, difference, change_of(row),
-            "~" if verdict == "no difference" else verdict]
+    verdict = sign + row["verdict"].replace("_", " ").replace("no difference", "~")
+    return [name, share, *texts, difference, change.replace("-", "−"), verdict]
 
 
 def rgb(color):
@@ -504,6 +488,8 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.text("#chosen-name"), second)
         self.browser.back()
         self.assertEqual(self.text("#chosen-name"), first)
+        self.load("page.html#graph=9&operation=length&sort=x&show=constructor")
+        self.assertEqual((len(self.tables()[0]), self.text("#chosen-name")), (71, first))
 
     def test_choosing(self):
         self.open("a.bin", "b.bin")

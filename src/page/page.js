@@ -100,8 +100,8 @@
   // Returns the rows of a table that the state shows.
   function findItems(table) {
     const words = state.find.toLowerCase().split(/\s+/);
-    const verdicts = {different: ["higher", "lower"],
-      one: ["only_before", "only_after"]}[state.show];
+    const verdicts = new Map([["different", ["higher", "lower"]],
+      ["one", ["only_before", "only_after"]]]).get(state.show);
     return table.items.filter(({verdict, name}) =>
         (verdicts === undefined || verdicts.includes(verdict)) &&
         words.every((word) => name.toLowerCase().includes(word)));
@@ -156,7 +156,7 @@
     const fields = new URLSearchParams(link === null ? address.slice(1)
         : {[link[1] === "row" ? "operation" : "graph"]: link[2]});
     const operation = fields.get("operation");
-    const item = items[operation];
+    const item = items[parseInt(operation, 10)];
     const section = item !== undefined ? item.table.section
         : byId(`graph-${fields.get("graph") || ""}`) || sections[0];
     return {
