@@ -49,7 +49,8 @@ void WriteLargest(std::ostream& stream, const Table& operations,
     const Row& row = operations.rows[static_cast<std::size_t>(i)];
     stream << "<a href=\"#row-" << row.number << "\" class=\"operation "
            << (row.pair != nullptr ? VerdictText(row.pair->verdict) : "")
-           << "\"><span>" << NameHtml(row) << "</span> <b>"
+           << "\"><span><bdi dir=\"ltr\">" << NameHtml(row)
+           << "</bdi></span> <b>"
            << (row.pair == nullptr        ? PercentText(row.sides.front().share)
                : row.pair->change_percent ? ChangeHtml(row.pair->change_percent)
                                           : VerdictHtml(*row.pair))
