@@ -43,7 +43,7 @@ def read_batch(batch, options, timeout):
     """
     csv.field_size_limit(sys.maxsize)  # a name may have any length
     result, on_host = ({}, {}), f" (on {socket.gethostname()})"
-    written, is_silent = (None, None), False
+    written, is_silent, table, messages = (None, None), False, b"", b""
     with subprocess.Popen(  # with setpriv, it ends if this process is killed
             ["setpriv", "--pdeathsig", "KILL", EXPORT, "--statistics", *options, "--",
              *(path for _, _, path in batch)], stdin=subprocess.DEVNULL,

@@ -30,7 +30,8 @@ BAD = {  # log: reason
     "pipe": "is a pipe, not a log",
     "empty": ILL_FORMATTED,
     "truncated": ILL_FORMATTED,
-    "kind": "the log has no execute run"}
+    "kind": "the log has no execute run",
+    "background": f"{EXPORT} took longer than 3 seconds"}
 
 
 def make_logs(paths, **shape):
