@@ -186,8 +186,9 @@ def write_whole(path, content):
             stream.write(content)
             os.fsync(stream.fileno())
         if older:
-            with contextlib.suppress(PermissionError):
-                os.chown(new, older.st_uid, older.st_gid)
+            for owner, group in (-1, older.st_gid), (older.st_uid, -1):
+                with contextlib.suppress(PermissionError):
+                    os.chown(new, owner, group)
             os.chmod(new, stat.S_IMODE(older.st_mode))
         os.replace(new, path)
     finally:
