@@ -81,9 +81,9 @@ def merge(result, other):  # adds the result for other logs
     result[1].update(other[1])
 
 
-def escape(text, characters=r"[\x00-\x1f\x7f\\]"):
-    """Escapes a text for a message of one line."""
-    return re.sub(characters, lambda c: f"\\x{ord(c[0]):02x}", text)
+def escape(text, characters="[\0-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\\\\]"):
+    """Escapes the characters that the programs escape in messages."""
+    return re.sub(characters, lambda c: c[0].encode("unicode_escape").decode(), text)
 
 
 def find_logs(arguments):
@@ -284,7 +284,7 @@ def main():
     try:
         write_whole(output, (HEADER + "".join(table_rows(means, paths))).encode(BYTES))
     except OSError as error:
-        raise OSError(f"{options.output or 'standard output'}: {error.strerror}") from error
+        raise OSError(f"{escape(options.output or 'standard output')}: {error.strerror}") from error
     if problems:
         say(f"logs that could not be read: {len(problems)} of {len(logs)}")
     return 1 if bad or problems else 0
