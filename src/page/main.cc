@@ -16,7 +16,6 @@
 #include "compare/comparison_text.h"
 #include "compare/read_sides.h"
 #include "page/page_heading.h"
-#include "page/page_logs.h"
 #include "page/page_model.h"
 #include "page/page_sections.h"
 #include "page/page_template.h"
@@ -64,10 +63,8 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
 void WritePage(std::ostream& stream, const lumo::Page& page) {
   stream << lumo::kPageBeforeTitle << lumo::MakeTitle(page)
          << lumo::kPageBeforeHeading;
-  lumo::WriteLogs(stream, page);
-  if (!page.graphs.empty()) {
-    lumo::WriteOverview(stream, page);
-  }
+  lumo::WriteHeading(stream, page);
+  lumo::WriteOverview(stream, page);
   stream << lumo::kPageBeforeTables;
   lumo::WriteSections(stream, page);
   stream << lumo::kPageBeforeData;
@@ -86,18 +83,18 @@ int main(int argc, char** argv) {
   }
   std::string error;
   lumo::Names names;
-  std::vector<lumo::PageLogs> logs(options.paths.size());
+  std::vector<std::vector<lumo::LogFacts>> facts(options.paths.size());
   const auto sides = lumo::ReadSides(
       options.paths, options.num_warmup, &names,
-      [&logs](std::size_t side, const lumo::InputLog& log,
-              std::vector<lumo::RunSeries> all_runs) {
-        lumo::AddPageLog(log, std::move(all_runs), &logs[side]);
+      [&facts](std::size_t side, const lumo::InputLog& log) {
+        facts[side].push_back(lumo::ReadFacts(log));
       },
       &error);
   if (!sides) {
     return lumo::Fail(kProgram, error);
   }
   std::optional<lumo::Comparison> comparison;
+  std::vector<std::string> notes;
   if (sides->size() == 2) {
     comparison = lumo::CompareSides(sides->front(), sides->back(),
                                     lumo::kDefaultConfidence,
@@ -105,21 +102,16 @@ int main(int argc, char** argv) {
     if (!comparison) {
       return lumo::Fail(kProgram, error);
     }
+    notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
+                            options.num_warmup, options.ignore_node_ids);
   }
   lumo::Page page = lumo::MakePage(
-      *sides, logs, comparison ? &*comparison : nullptr, options.num_warmup);
+      *sides, facts, comparison ? &*comparison : nullptr, options.num_warmup);
+  page.notes = std::move(notes);
   if (error = lumo::ExplainSize(page); !error.empty()) {
     return lumo::Fail(kProgram, error);
   }
-  if (comparison) {
-    page.notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
-                                 options.num_warmup, options.ignore_node_ids);
-  }
-  std::vector<std::string> paths;
-  for (const lumo::Side& side : *sides) {
-    paths.insert(paths.end(), side.logs.begin(), side.logs.end());
-  }
   return lumo::WriteOutput(
-      kProgram, options.output, paths, "page",
+      kProgram, options.output, lumo::AllLogs(*sides), "page",
       [&page](std::ostream& stream) { WritePage(stream, page); });
 }
