@@ -35,31 +35,6 @@ constexpr lumo::Program kProgram = {
     "  --help             print this text and exit\n"
     "  --version          print the version and exit\n"};
 
-struct Options {
-  std::int32_t num_warmup = 1;
-  bool ignore_node_ids = false;
-  std::string output;
-  // The paths of the sides.
-  std::vector<std::string> paths;
-};
-
-// Sets `options`. Returns the exit status, or nothing if the run continues.
-std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
-  if (const std::optional<int> status = lumo::ParseCommandLine(
-          kProgram, argc, argv,
-          {{"num_warmup", &options->num_warmup},
-           {"ignore_node_ids", &options->ignore_node_ids},
-           {"output", &options->output}},
-          2, &options->paths)) {
-    return status;
-  }
-  if (options->paths.empty() ||
-      std::count(options->paths.begin(), options->paths.end(), "") > 0) {
-    return lumo::RejectCommandLine(kProgram, "a log is required");
-  }
-  return std::nullopt;
-}
-
 void WritePage(std::ostream& stream, const lumo::Page& page) {
   stream << lumo::kPageBeforeTitle << lumo::MakeTitle(page)
          << lumo::kPageBeforeHeading;
@@ -77,15 +52,26 @@ void WritePage(std::ostream& stream, const lumo::Page& page) {
 int main(int argc, char** argv) {
   lumo::PrepareProcess();
 
-  Options options;
-  if (const std::optional<int> status = ParseOptions(argc, argv, &options)) {
+  std::int32_t num_warmup = 1;
+  bool ignore_node_ids = false;
+  std::string output;
+  std::vector<std::string> paths;
+  if (const auto status =
+          lumo::ParseCommandLine(kProgram, argc, argv,
+                                 {{"num_warmup", &num_warmup},
+                                  {"ignore_node_ids", &ignore_node_ids},
+                                  {"output", &output}},
+                                 2, &paths)) {
     return *status;
+  }
+  if (paths.empty() || std::ranges::count(paths, "") > 0) {
+    return lumo::RejectCommandLine(kProgram, "a log is required");
   }
   std::string error;
   lumo::Names names;
-  std::vector<std::vector<lumo::LogFacts>> facts(options.paths.size());
+  std::vector<std::vector<lumo::LogFacts>> facts(paths.size());
   const auto sides = lumo::ReadSides(
-      options.paths, options.num_warmup, &names,
+      paths, num_warmup, &names,
       [&facts](std::size_t side, const lumo::InputLog& log) {
         facts[side].push_back(lumo::ReadFacts(log));
       },
@@ -96,22 +82,22 @@ int main(int argc, char** argv) {
   std::optional<lumo::Comparison> comparison;
   std::vector<std::string> notes;
   if (sides->size() == 2) {
-    comparison = lumo::CompareSides(sides->front(), sides->back(),
-                                    lumo::kDefaultConfidence,
-                                    options.ignore_node_ids, &error);
+    comparison =
+        lumo::CompareSides(sides->front(), sides->back(),
+                           lumo::kDefaultConfidence, ignore_node_ids, &error);
     if (!comparison) {
       return lumo::Fail(kProgram, error);
     }
     notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
-                            options.num_warmup, options.ignore_node_ids);
+                            num_warmup, ignore_node_ids);
   }
   lumo::Page page = lumo::MakePage(
-      *sides, facts, comparison ? &*comparison : nullptr, options.num_warmup);
+      *sides, facts, comparison ? &*comparison : nullptr, num_warmup);
   page.notes = std::move(notes);
   if (error = lumo::ExplainSize(page); !error.empty()) {
     return lumo::Fail(kProgram, error);
   }
   return lumo::WriteOutput(
-      kProgram, options.output, lumo::AllLogs(*sides), "page",
+      kProgram, output, lumo::AllLogs(*sides), "page",
       [&page](std::ostream& stream) { WritePage(stream, page); });
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string_view>
 #include <vector>
 
@@ -15,7 +14,7 @@
 namespace lumo {
 namespace {
 
-enum Fact { kLog, kDate, kProfilerApi, kBackend = 5, kExecuteRuns };
+enum Fact { kDate = 1, kProfilerApi, kBackend = 5, kExecuteRuns };
 constexpr const char* kHeadings[] = {
     "Log",     "Date",         "Profiler API", "ORX API", "ORX delegate API",
     "Backend", "Execute runs", "Finalize runs"};
@@ -34,7 +33,7 @@ bool AreEqual(const auto& all) {
 // "ORX_BACKEND_ID_GPU", or "graph 0: ORX_BACKEND_ID_GPU; graph 1: 9" if graphs
 // have different backends. A backend without a name is a number.
 std::string BackendsText(const MessageGroups& groups) {
-  std::map<std::size_t, Lines> backends;  // in the order of the runs
+  std::vector<Lines> graphs(static_cast<std::size_t>(groups.graph_count));
   for (std::int32_t i = 0; i < groups.execute_runs.end; ++i) {
     const ProfilingMessage& message = MessageAt(*groups.messages, i);
     const BackendId backend = message.delegate_type();
@@ -42,18 +41,20 @@ std::string BackendsText(const MessageGroups& groups) {
     if (name.empty()) {
       name = std::to_string(static_cast<std::uint32_t>(backend));
     }
-    Lines& known = backends[*GraphOf(message, groups.graph_count)];
+    Lines& known = graphs[*GraphOf(message, groups.graph_count)];
     if (std::ranges::find(known, name) == known.end()) {
       known.push_back(name);
     }
   }
-  Lines texts;
-  Lines graphs;
-  for (const auto& [graph, known] : backends) {
-    texts.push_back(Join(known, ", "));
-    graphs.push_back("graph " + std::to_string(graph) + ": " + texts.back());
+  if (AreEqual(graphs)) {
+    return Join(graphs.front(), ", ");
   }
-  return AreEqual(texts) ? texts.front() : Join(graphs, "; ");
+  Lines texts;
+  for (std::size_t i = 0; i < graphs.size(); ++i) {
+    texts.push_back("graph " + std::to_string(i) + ": " +
+                    Join(graphs[i], ", "));
+  }
+  return Join(texts, "; ");
 }
 
 // "60 runs of each graph", or "10 to 60 runs of each graph".

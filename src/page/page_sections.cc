@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <map>
-#include <span>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -19,13 +17,12 @@
 namespace lumo {
 namespace {
 
-using Operations = std::span<const Row>;
-
 // Links to the first `count` operations, three at most.
-std::string LargestHtml(Operations operations, std::size_t count) {
+std::string LargestHtml(const std::vector<Row>& operations, std::size_t count) {
   constexpr std::size_t kMaxLinks = 3;
   std::string html;
-  for (const Row& row : operations.first(std::min(count, kMaxLinks))) {
+  for (std::size_t i = 0; i < std::min(count, kMaxLinks); ++i) {
+    const Row& row = operations[i];
     html += "<a href=\"#row-" + std::to_string(row.number) +
             "\" class=\"operation " + row.verdict + "\"><span>" +
             NameHtml(row) + "</span> <b>" +
@@ -39,40 +36,36 @@ std::string LargestHtml(Operations operations, std::size_t count) {
                                   std::to_string(count - kMaxLinks) + "</span>";
 }
 
-// Appends how many operations have which verdict. Returns how many have
-// changed or are on one side only.
-std::size_t AppendCounts(Operations operations, std::vector<Cell>* cells) {
-  std::map<Verdict, std::size_t> counts;
+// Appends how many operations have which verdict. Returns their sum.
+std::size_t AppendCounts(const std::vector<Row>& operations,
+                         std::vector<Cell>* cells) {
+  constexpr const char* kHeadings[] = {"Operations ▲", "▼", "one side"};
+  constexpr const char* kClasses[] = {"higher", "lower", "one-side"};
+  std::size_t counts[] = {0, 0, 0};
   bool is_tested = operations.empty();
   for (const Row& row : operations) {
-    ++counts[row.pair->verdict];
-    is_tested |= row.pair->p_adjusted.has_value();
+    const SeriesPair& pair = *row.pair;
+    counts[0] += pair.verdict == Verdict::kHigher ? 1 : 0;
+    counts[1] += pair.verdict == Verdict::kLower ? 1 : 0;
+    counts[2] += pair.before == nullptr || pair.after == nullptr ? 1 : 0;
+    is_tested |= pair.p_adjusted.has_value();
   }
-  const std::size_t higher = counts[Verdict::kHigher];
-  const std::size_t lower = counts[Verdict::kLower];
-  const std::size_t one_sided =
-      counts[Verdict::kOnlyBefore] + counts[Verdict::kOnlyAfter];
-  const auto append = [cells](const char* heading, std::size_t count,
-                              const std::string& color) {
-    cells->push_back({"", heading, "number count",
-                      "<span class=\"count " + color + "\">" +
-                          (count == 0 ? "–" : std::to_string(count)) +
-                          "</span>"});
-  };
-  append("Operations ▲", higher, "higher");
-  append("▼", lower, "lower");
-  append("one side", one_sided, "");
-  if (!is_tested) {
-    (*cells)[cells->size() - 3].html = "not tested";
-    (*cells)[cells->size() - 2].html = "";
+  for (std::size_t i = 0; i < std::size(counts); ++i) {
+    cells->push_back(
+        {"", kHeadings[i], "number count",
+         i < 2 && !is_tested
+             ? "not tested"
+             : "<span class=\"count " + std::string(kClasses[i]) + "\">" +
+                   (counts[i] == 0 ? "–" : std::to_string(counts[i])) +
+                   "</span>"});
   }
-  return higher + lower + one_sided;
+  return counts[0] + counts[1] + counts[2];
 }
 
 // Returns the cells of the row of a graph.
 std::vector<Cell> CellsOf(const std::string& number, const Graph& graph) {
   const Row& run = *graph.whole_run;
-  const Operations operations = graph.operations.rows;
+  const std::vector<Row>& operations = graph.operations.rows;
   std::vector<Cell> cells = {{"", "Graph and whole run", "name",
                               "<a href=\"#graph-" + number +
                                   "\"><span class=\"quiet\">" + number +
@@ -101,20 +94,18 @@ std::vector<Cell> CellsOf(const std::string& number, const Graph& graph) {
 
 // The totals of the comparison, or why nothing could be tested.
 std::string SummaryText(const Page& page) {
-  std::int32_t before = 0;
-  std::int32_t after = 0;
   for (const Block& block : page.comparison->blocks) {
     for (const SeriesPair& pair : block.pairs) {
       if (pair.p_adjusted) {
         return TotalsText(*page.comparison, kDefaultConfidence);
       }
-      before = std::max(before, pair.figures_before.n);
-      after = std::max(after, pair.figures_after.n);
     }
   }
+  const SeriesPair& run = *page.graphs.begin()->second.whole_run->pair;
   const bool are_runs = page.sample == Sample::kRuns;
   const char* const noun = are_runs ? "run" : "log";
-  return CountText(before, noun) + " before and " + CountText(after, noun) +
+  return CountText(run.figures_before.n, noun) + " before and " +
+         CountText(run.figures_after.n, noun) +
          " after the change have values after the warm-up: nothing can be "
          "tested. " +
          (are_runs ? "Each side needs two."
@@ -141,6 +132,14 @@ void WriteOverview(std::ostream& stream, const Page& page) {
 }
 
 void WriteSections(std::ostream& stream, const Page& page) {
+  constexpr const char* kOverlap = "These events overlap: do not add them up.";
+  const char* const shares =
+      page.comparison == nullptr
+          ? "A share is the mean in percent of the sum of the means of all "
+            "operations in the same unit."
+          : "A share is the mean in percent of the sum of the means of all "
+            "operations in the same unit, before the change if both sides have "
+            "the operation. ~ is no difference.";
   if (page.graphs.empty()) {
     stream << "<p>The runs have no events.</p>\n";
   }
@@ -152,11 +151,11 @@ void WriteSections(std::ostream& stream, const Page& page) {
               "it.</span></h2>\n";
     WriteStrips(stream, page, graph);
     stream << "<div class=\"columns\"><div class=\"tables\">\n";
-    WriteTable(stream, page, graph.operations, "Operations");
+    WriteTable(stream, page, graph.operations, "Operations", shares);
     WriteTable(stream, page, graph.execute_events,
-               "Top-level events of the execute runs");
+               "Top-level events of the execute runs", kOverlap);
     WriteTable(stream, page, graph.finalize_events,
-               "Top-level events of the finalize runs");
+               "Top-level events of the finalize runs", kOverlap);
     stream << "</div></div>\n</section>\n";
   }
   for (const std::string& note : page.notes) {

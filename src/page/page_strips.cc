@@ -123,7 +123,8 @@ void WriteStripsOf(std::ostream& stream, const std::vector<Strip>& strips,
   if (scale == 0.0) {
     return;
   }
-  stream << "<p class=\"strip-heading\">" << heading << "</p>\n";
+  stream << "<p class=\"strip-heading\">" << heading
+         << (unit.empty() ? "" : ", ") << unit << "</p>\n";
   for (std::size_t i = 0; i < strips.size(); ++i) {
     stream << "<div class=\"strip\"><span class=\"quiet\">"
            << (strips.size() == 1 ? "" : kSideNames[i])
@@ -141,19 +142,14 @@ void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
   for (const RowSide& side : run.sides) {
     strips.push_back(SplitWholeRun(run, side, page.sample));
   }
-  WriteStripsOf(stream, strips,
-                TextHtml(run.series->name) + ", " +
-                    std::string(run.series->unit) + ": its sub-events",
+  WriteStripsOf(stream, strips, "Sub-events of " + TextHtml(run.series->name),
                 run.series->unit);
   for (const auto& [unit, rows] : graph.operations.units) {
     strips.clear();
     for (std::size_t i = 0; i < page.sides.size(); ++i) {
       strips.push_back(ListOperations(graph.operations, unit, i));
     }
-    WriteStripsOf(stream, strips,
-                  "Operations in the order of execution" +
-                      std::string(unit.empty() ? "" : ", ").append(unit),
-                  unit);
+    WriteStripsOf(stream, strips, "Operations in the order of execution", unit);
   }
 }
 

@@ -63,9 +63,11 @@ std::string BarHtml(const Table& table, const Row& row) {
 // Returns the cells of a row. All rows of a table have the same columns.
 std::vector<Cell> CellsOf(const Page& page, const Table& table,
                           const Row& row) {
+  constexpr const char* kKeys[] = {"before", "after"};
+  const SeriesPair* const pair = row.pair;
   const bool is_operation = row.series->level == Level::kOperation;
   std::vector<Cell> cells;
-  if (is_operation && table.has_nodes) {
+  if (table.has_nodes) {
     cells.push_back({"node", "Node", "number quiet node", NodesText(row),
                      ParseNodeId(row.series->name)});
   }
@@ -75,61 +77,34 @@ std::vector<Cell> CellsOf(const Page& page, const Table& table,
     cells.push_back(
         {"share", "Share", "number share", PercentText(row.share), row.share});
   }
-  if (row.pair == nullptr) {
-    const Figures& figures = row.sides.front().figures;
-    if (is_operation) {
-      cells.push_back({"", "", "bar", BarHtml(table, row)});
-    }
-    cells.push_back(
-        {"mean", "Mean", "number mean", MeanHtml(figures), figures.mean});
-  } else {
-    const SeriesPair& pair = *row.pair;
-    cells.push_back({"before", kSideHeadings[0], "number mean",
-                     MeanHtml(pair.figures_before), pair.figures_before.mean});
-    cells.push_back({"after", kSideHeadings[1], "number mean",
-                     MeanHtml(pair.figures_after), pair.figures_after.mean});
+  if (is_operation && pair == nullptr) {
+    cells.push_back({"", "", "bar", BarHtml(table, row)});
+  }
+  for (std::size_t i = 0; i < row.sides.size(); ++i) {
+    const Figures& figures = row.sides[i].figures;
+    cells.push_back({pair == nullptr ? "mean" : kKeys[i],
+                     pair == nullptr ? "Mean" : kSideHeadings[i], "number mean",
+                     MeanHtml(figures), figures.mean});
   }
   if (table.units.size() > 1) {
     cells.push_back({"unit", "Unit", "unit", std::string(row.series->unit)});
   }
-  if (row.pair != nullptr) {
-    const SeriesPair& pair = *row.pair;
+  if (pair != nullptr) {
     cells.push_back({"difference", "Difference", "number difference",
-                     row.difference ? DifferenceText(*row.difference,
-                                                     pair.figures_before.mean)
-                                    : "",
+                     DifferenceText(row.difference, pair->figures_before.mean),
                      row.difference});
     cells.push_back({"", "", "bar", BarHtml(table, row)});
     cells.push_back({"change", "Change", "number change",
-                     ChangeHtml(pair.change_percent), pair.change_percent});
+                     ChangeHtml(pair->change_percent), pair->change_percent});
     cells.push_back({"verdict", "Verdict", "verdict",
-                     pair.verdict == Verdict::kNoDifference
+                     pair->verdict == Verdict::kNoDifference
                          ? "<abbr title=\"no difference\">~</abbr>"
-                         : VerdictHtml(pair)});
+                         : VerdictHtml(*pair)});
   }
   if (page.sample == Sample::kLogs) {
-    double logs = 0.0;
-    for (const RowSide& side : row.sides) {
-      logs += side.series != nullptr
-                  ? static_cast<double>(side.series->logs.size())
-                  : 0.0;
-    }
-    cells.push_back(
-        {"logs", "Logs", "number quiet logs", LogsText(page, row), logs});
+    cells.push_back({"logs", "Logs", "number quiet logs", LogsText(page, row)});
   }
   return cells;
-}
-
-// The note below a table.
-const char* NoteOf(const Row& row) {
-  return row.series->level == Level::kEvent
-             ? "These events overlap: do not add them up."
-         : row.pair == nullptr
-             ? "A share is the mean in percent of the sum of the means of all "
-               "operations in the same unit."
-             : "A share is the mean in percent of the sum of the means of all "
-               "operations in the same unit, before the change if both sides "
-               "have the operation. ~ is no difference.";
 }
 
 }  // namespace
@@ -162,7 +137,7 @@ void WriteCells(std::ostream& stream, const std::vector<Cell>& cells) {
 }
 
 void WriteTable(std::ostream& stream, const Page& page, const Table& table,
-                const char* caption) {
+                const char* caption, const char* note) {
   if (table.rows.empty()) {
     return;
   }
@@ -182,7 +157,7 @@ void WriteTable(std::ostream& stream, const Page& page, const Table& table,
            << "\" data-series='" << RowJson(page, row) << "'>";
     WriteCells(stream, CellsOf(page, table, row));
   }
-  stream << "</tbody></table>\n<p class=\"note\">" << NoteOf(first) << "</p>\n";
+  stream << "</tbody></table>\n<p class=\"note\">" << note << "</p>\n";
 }
 
 std::string NameHtml(const Row& row) {

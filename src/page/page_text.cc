@@ -12,35 +12,6 @@
 namespace lumo {
 namespace {
 
-// A text that can be shown, and a note about it, usually empty.
-struct ShownText {
-  std::string text;
-  std::string note;
-};
-
-ShownText MakeShownText(std::string_view bytes) {
-  using nlohmann::json;
-  const std::size_t size = TruncatedSize(bytes, kLongestText);
-  const std::string_view shown = bytes.substr(0, size);
-  // The JSON library replaces bytes that are not UTF-8 when it writes a text.
-  const auto valid = json::parse(
-      json(shown).dump(-1, ' ', false, json::error_handler_t::replace));
-  const bool is_cut = size < bytes.size();
-  std::vector<std::string> notes;
-  if (bytes.empty()) {
-    notes.emplace_back("empty");
-  }
-  if (valid != shown) {
-    notes.emplace_back("not valid UTF-8");
-  }
-  if (is_cut) {
-    notes.push_back("the first " + std::to_string(size) + " of " +
-                    std::to_string(bytes.size()) + " bytes");
-  }
-  return {EscapeControls(valid.get<std::string>()) + (is_cut ? "..." : ""),
-          Join(notes, ", ")};
-}
-
 // Replaces each of the `special` characters by the escape in its place.
 std::string Escape(std::string_view text, std::string_view special,
                    std::initializer_list<std::string_view> escapes) {
@@ -73,18 +44,21 @@ std::string GroupedText(double number, int decimals, const char* plus = "") {
 }  // namespace
 
 std::string PlainText(std::string_view bytes) {
-  const auto [text, note] = MakeShownText(bytes);
-  return text + (note.empty() ? "" : (text.empty() ? "(" : " (") + note + ")");
+  using nlohmann::json;
+  if (bytes.empty()) {
+    return "(empty)";
+  }
+  const std::size_t size = TruncatedSize(bytes, kLongestText);
+  // The JSON library replaces bytes that are not UTF-8 when it writes a text.
+  const auto valid =
+      json::parse(json(bytes.substr(0, size))
+                      .dump(-1, ' ', false, json::error_handler_t::replace))
+          .get<std::string>();
+  return EscapeControls(valid) + (size < bytes.size() ? "..." : "");
 }
 
 std::string TextHtml(std::string_view bytes) {
-  const auto [text, note] = MakeShownText(bytes);
-  std::string html = text.empty() ? "" : "<bdi>" + EscapeHtml(text) + "</bdi>";
-  if (!note.empty()) {
-    html += text.empty() ? "" : " ";
-    html += "<span class=\"text-note\">(" + note + ")</span>";
-  }
-  return html;
+  return "<bdi>" + EscapeHtml(PlainText(bytes)) + "</bdi>";
 }
 
 std::string EscapeHtml(std::string_view text) {
@@ -110,10 +84,8 @@ std::string NumberText(double number) {
   return GroupedText(number, DecimalsOf(number));
 }
 
-std::string WholeNumberText(double number) { return GroupedText(number, 0); }
-
-std::string DifferenceText(double difference, double reference) {
-  return GroupedText(difference, DecimalsOf(reference), "+");
+std::string DifferenceText(std::optional<double> difference, double reference) {
+  return difference ? GroupedText(*difference, DecimalsOf(reference), "+") : "";
 }
 
 std::string MeanHtml(const Figures& figures) {

@@ -21,8 +21,7 @@ inline constexpr std::size_t kLongestText = 1000;
 // Returns a text from a log so that a browser can show it: valid UTF-8, escaped
 // with EscapeControls(). Bytes that are not UTF-8 are replaced by U+FFFD. A
 // text of more than 1,000 bytes is truncated after a character, and "..." is
-// appended. In these cases, and if the text is empty, a note in parentheses
-// follows: "not valid UTF-8", "the first 1000 of 5000 bytes" or "empty".
+// appended. An empty text is "(empty)".
 std::string PlainText(std::string_view bytes);
 
 // Returns PlainText() as HTML, isolated from the text around it in case it has
@@ -47,12 +46,9 @@ std::string Join(const std::vector<std::string>& texts,
 // such as "12.50", "2,853.6" and "110,004".
 std::string NumberText(double number);
 
-// As NumberText(), without decimals.
-std::string WholeNumberText(double number);
-
 // As NumberText(), with a sign, but with as many decimals as NumberText() of
-// `reference`.
-std::string DifferenceText(double difference, double reference);
+// `reference`. Empty for nothing.
+std::string DifferenceText(std::optional<double> difference, double reference);
 
 // Returns a mean and its deviation as HTML, such as
 // "110,004 <span>± 1,864</span>". The deviation has as many decimals as the

@@ -6,7 +6,6 @@
 #include <map>
 #include <numeric>
 #include <span>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -21,8 +20,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t kMaxParts = 1000;
-
 // Adds the fields of a side with one log.
 void AddRuns(const SideSeries& series, std::size_t n, Json* side) {
   (*side)["values"] = series.values;
@@ -35,11 +32,10 @@ void AddRuns(const SideSeries& series, std::size_t n, Json* side) {
   if (n > 0) {
     const Distribution all =
         ComputeDistribution(std::span(series.values).last(n));
-    (*side)["figures"] = {
-        {"min", WholeNumberText(static_cast<double>(all.min))},
-        {"median", NumberText(all.median)},
-        {"p90", NumberText(all.p90)},
-        {"max", WholeNumberText(static_cast<double>(all.max))}};
+    (*side)["figures"] = {{"min", NumberText(static_cast<double>(all.min))},
+                          {"median", NumberText(all.median)},
+                          {"p90", NumberText(all.p90)},
+                          {"max", NumberText(static_cast<double>(all.max))}};
   }
 }
 
@@ -80,8 +76,9 @@ Json SideJson(const RowSide& side, Sample sample) {
 
 // The mean of a part. The number of a background operation means nothing, and
 // those of resource masks are shown if they are all equal.
-std::string PartText(const SideSeries& part, const Figures& figures) {
-  switch (part.type) {
+std::string PartText(const RowSide& part) {
+  const auto& [series, runs, figures] = part;
+  switch (series->type) {
     case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_CRITICAL_BG_OP_ID:
     case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_WAIT_BG_OP_ID:
       return "";
@@ -94,59 +91,49 @@ std::string PartText(const SideSeries& part, const Figures& figures) {
   }
 }
 
-// The mean of a part and its share of the series of the row.
-Json PartJson(const SideSeries* part, const RowSide& side, Sample sample) {
-  const Figures figures = SampleFigures(part, sample);
-  if (figures.n == 0) {
-    return nullptr;
-  }
-  const bool has_share = part->unit == side.series->unit && side.figures.n > 0;
-  return {
-      PartText(*part, figures),
-      has_share ? PercentText(PercentOf(figures.mean, side.figures.mean)) : ""};
-}
-
-// A series, or its part on each side; null for a side that does not have it.
-using OnSides = std::vector<const SideSeries*>;
-
 // Returns the parts directly below a series, those of different sides together
 // if they agree in short name, unit and ordinal.
-std::vector<OnSides> ListParts(const Row& row, const OnSides& above) {
+std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
+                                            Sample sample) {
   using Name = std::pair<std::string_view, std::string_view>;
-  std::vector<OnSides> parts;
+  std::vector<std::vector<RowSide>> parts;
   std::map<std::pair<Name, int>, std::size_t> places;
   for (std::size_t i = 0; i < above.size(); ++i) {
+    const auto& [series, runs, figures] = above[i];
     std::map<Name, int> counts;
-    if (above[i] == nullptr) {
-      continue;
-    }
-    for (const std::size_t index : above[i]->parts) {
-      const SideSeries& part = row.sides[i].runs->series[index];
-      const Name name = {ShortName(part.name, above[i]->name), part.unit};
+    for (const std::size_t index :
+         series == nullptr ? std::vector<std::size_t>() : series->parts) {
+      const SideSeries& part = runs->series[index];
+      const Name name = {ShortName(part.name, series->name), part.unit};
       const auto [place, is_new] =
           places.try_emplace({name, counts[name]++}, parts.size());
       if (is_new) {
         parts.emplace_back(above.size());
       }
-      parts[place->second][i] = &part;
+      parts[place->second][i] = {&part, runs, SampleFigures(&part, sample)};
     }
   }
   return parts;
 }
 
-// Appends the parts below a series to a list, until that is too long.
-void AppendParts(const OnSides& above, const Row& row, Sample sample, int depth,
-                 Json* parts) {
-  for (const OnSides& part : ListParts(row, above)) {
-    if (parts->size() > kMaxParts) {
-      return;
-    }
-    const std::size_t first = part.front() != nullptr ? 0 : part.size() - 1;
+// Appends the parts below a series of the row to a list.
+void AppendParts(const std::vector<RowSide>& above, const Row& row,
+                 Sample sample, int depth, Json* parts) {
+  for (const std::vector<RowSide>& part : ListParts(above, sample)) {
+    const std::size_t first = part.front().series != nullptr ? 0 : 1;
+    const std::string_view unit = part[first].series->unit;
     Json json = {depth,
-                 PlainText(ShortName(part[first]->name, above[first]->name)),
-                 part[first]->unit};
+                 PlainText(ShortName(part[first].series->name,
+                                     above[first].series->name)),
+                 unit};
     for (std::size_t i = 0; i < part.size(); ++i) {
-      json.push_back(PartJson(part[i], row.sides[i], sample));
+      const auto share =
+          PercentOf(part[i].figures.mean, row.sides[i].figures.mean);
+      json.push_back(part[i].figures.n == 0
+                         ? Json()
+                         : Json{PartText(part[i]), unit == row.series->unit
+                                                       ? PercentText(share)
+                                                       : ""});
     }
     parts->push_back(std::move(json));
     AppendParts(part, row, sample, depth + 1, parts);
@@ -157,10 +144,8 @@ void AppendParts(const OnSides& above, const Row& row, Sample sample, int depth,
 
 std::string RowJson(const Page& page, const Row& row) {
   Json json = {{"unit", row.series->unit}, {"sides", Json::array()}};
-  OnSides above;
   for (const RowSide& side : row.sides) {
     json["sides"].push_back(SideJson(side, page.sample));
-    above.push_back(side.series);
   }
   if (row.pair != nullptr && row.pair->p_adjusted) {
     json["p"] = SignificantText(*row.pair->p_adjusted, 2);
@@ -170,15 +155,8 @@ std::string RowJson(const Page& page, const Row& row) {
     low.pop_back();  // the percent sign
     json["interval"] = low + ".." + ChangeHtml(row.pair->interval->high);
   }
-  Json parts = Json::array();
-  AppendParts(above, row, page.sample, 0, &parts);
-  if (parts.size() > kMaxParts) {
-    parts.erase(kMaxParts);
-    json["is_cut"] = true;
-  }
-  if (!parts.empty()) {
-    json["parts"] = std::move(parts);
-  }
+  json["parts"] = Json::array();
+  AppendParts(row.sides, row, page.sample, 0, &json["parts"]);
   return EmbedJson(json);
 }
 
