@@ -40,7 +40,7 @@ std::string LargestHtml(const std::vector<Row>& operations, std::size_t count) {
 std::size_t AppendCounts(const std::vector<Row>& operations,
                          std::vector<Cell>* cells) {
   constexpr const char* kHeadings[] = {"Operations ▲", "▼", "one side"};
-  constexpr const char* kClasses[] = {"higher", "lower", "one-side"};
+  constexpr const char* kClasses[] = {"higher", "lower", ""};
   std::size_t counts[] = {0, 0, 0};
   bool is_tested = operations.empty();
   for (const Row& row : operations) {
@@ -102,14 +102,11 @@ std::string SummaryText(const Page& page) {
     }
   }
   const SeriesPair& run = *page.graphs.begin()->second.whole_run->pair;
-  const bool are_runs = page.sample == Sample::kRuns;
-  const char* const noun = are_runs ? "run" : "log";
+  const char* const noun = page.sample == Sample::kRuns ? "run" : "log";
   return CountText(run.figures_before.n, noun) + " before and " +
          CountText(run.figures_after.n, noun) +
          " after the change have values after the warm-up: nothing can be "
-         "tested. " +
-         (are_runs ? "Each side needs two."
-                   : "Each side needs one, and both together three.");
+         "tested.";
 }
 
 }  // namespace
@@ -132,14 +129,6 @@ void WriteOverview(std::ostream& stream, const Page& page) {
 }
 
 void WriteSections(std::ostream& stream, const Page& page) {
-  constexpr const char* kOverlap = "These events overlap: do not add them up.";
-  const char* const shares =
-      page.comparison == nullptr
-          ? "A share is the mean in percent of the sum of the means of all "
-            "operations in the same unit."
-          : "A share is the mean in percent of the sum of the means of all "
-            "operations in the same unit, before the change if both sides have "
-            "the operation. ~ is no difference.";
   if (page.graphs.empty()) {
     stream << "<p>The runs have no events.</p>\n";
   }
@@ -151,11 +140,11 @@ void WriteSections(std::ostream& stream, const Page& page) {
               "it.</span></h2>\n";
     WriteStrips(stream, page, graph);
     stream << "<div class=\"columns\"><div class=\"tables\">\n";
-    WriteTable(stream, page, graph.operations, "Operations", shares);
+    WriteTable(stream, page, graph.operations, "Operations");
     WriteTable(stream, page, graph.execute_events,
-               "Top-level events of the execute runs", kOverlap);
+               "Top-level events of the execute runs");
     WriteTable(stream, page, graph.finalize_events,
-               "Top-level events of the finalize runs", kOverlap);
+               "Top-level events of the finalize runs");
     stream << "</div></div>\n</section>\n";
   }
   for (const std::string& note : page.notes) {

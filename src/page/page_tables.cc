@@ -137,7 +137,7 @@ void WriteCells(std::ostream& stream, const std::vector<Cell>& cells) {
 }
 
 void WriteTable(std::ostream& stream, const Page& page, const Table& table,
-                const char* caption, const char* note) {
+                const char* caption) {
   if (table.rows.empty()) {
     return;
   }
@@ -157,7 +157,7 @@ void WriteTable(std::ostream& stream, const Page& page, const Table& table,
            << "\" data-series='" << RowJson(page, row) << "'>";
     WriteCells(stream, CellsOf(page, table, row));
   }
-  stream << "</tbody></table>\n<p class=\"note\">" << note << "</p>\n";
+  stream << "</tbody></table>\n";
 }
 
 std::string NameHtml(const Row& row) {

@@ -40,7 +40,7 @@ void WriteCells(std::ostream& stream, const std::vector<Cell>& cells);
 // "row-N" and the attribute data-series with its RowJson(). Stops after a
 // failed write.
 void WriteTable(std::ostream& stream, const Page& page, const Table& table,
-                const char* caption, const char* note);
+                const char* caption);
 
 // Returns the name of a row as HTML, without its node ids, and with its
 // occurrence if several series have the name.
