@@ -1,9 +1,5 @@
 #!/usr/bin/python3
-"""Computes one table of means and deviations over the logs of many devices.
-
-Dask runs lumo-profile-export on the cores of this machine or on the workers of a cluster,
-see docs/fleet.md.
-"""
+"""Computes one table of means over the logs of many devices, see docs/fleet.md."""
 
 import argparse, array, contextlib, csv, io, itertools, logging, math, operator, os, re
 import signal, socket, stat, subprocess, sys, time, warnings
@@ -30,9 +26,7 @@ def parse(batch, table, lines):
             if kind == "execute":
                 key = (group, int(graph), level, parent if level == "part" else "", name,
                        int(occurrence), unit)
-                if key not in means:
-                    means[key] = array.array("d")
-                means[key].extend((number, float(mean or "nan")))
+                means.setdefault(key, array.array("d")).extend((number, float(mean or "nan")))
     # The messages are in the order of the logs. A log without events has neither.
     if lines and len(lines) != len(unread) or not table.endswith(b"\n" * bool(table)):
         raise ValueError
@@ -48,23 +42,32 @@ def read_batch(batch, options, timeout):
     from the number of each unreadable log to a message.
     """
     csv.field_size_limit(sys.maxsize)  # a name may have any length
-    lines, result, on_host = [], ({}, {}), f" (on {socket.gethostname()})"
-    try:
-        export = subprocess.run(  # with setpriv, it ends if this process is killed
+    result, on_host = ({}, {}), f" (on {socket.gethostname()})"
+    written, is_silent = (None, None), False
+    with subprocess.Popen(  # with setpriv, it ends if this process is killed
             ["setpriv", "--pdeathsig", "KILL", EXPORT, "--statistics", *options, "--",
-             *(path for _, _, path in batch)],
-            stdin=subprocess.DEVNULL, capture_output=True, timeout=timeout, check=False)
-        status, lines = export.returncode, list(map(os.fsdecode, export.stderr.splitlines()))
-        if status == 127:  # there is no such program, so the run fails
-            raise OSError(lines[-1] + on_host)
-        if status in (0, 1) and status <= len(lines):
-            means, problems = parse(batch, export.stdout, lines if status else [])
-            return means, {number: message + on_host for number, message in problems.items()}
-        reason = f"exited with status {status}" if status > 0 else f"was ended by signal {-status}"
-    except subprocess.TimeoutExpired:
+             *(path for _, _, path in batch)], stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE) as export:
+        while export.returncode is None:
+            try:
+                table, messages = export.communicate(timeout=timeout)
+            except subprocess.TimeoutExpired as running:  # it writes after each log
+                is_silent = written == (written := (running.output, running.stderr))
+                if is_silent:
+                    export.kill()
+    status, lines = export.returncode, list(map(os.fsdecode, messages.splitlines()))
+    if status == 127:  # there is no such program, so the run fails
+        raise OSError(lines[-1] + on_host)
+    if is_silent:
         reason = f"took longer than {timeout:g} seconds"
-    except (ValueError, LookupError, StopIteration, csv.Error):
-        reason = "did not print the expected table"
+    elif status not in (0, 1) or status > len(lines):
+        reason = f"exited with status {status}" if status > 0 else f"was ended by signal {-status}"
+    else:
+        try:
+            means, problems = parse(batch, table, lines if status else [])
+            return means, {number: message + on_host for number, message in problems.items()}
+        except (ValueError, LookupError, StopIteration, csv.Error):
+            reason = "did not print the expected table"
     if len(batch) == 1:
         number, _, path = batch[0]
         result[1][number] = ": ".join([escape(path), f"{EXPORT} {reason}", *lines[-1:]]) + on_host
@@ -198,15 +201,13 @@ def write_whole(path, content):
 
 
 def say(text):
-    """Prints a line on standard error."""
+    line = escape(f"fleet.py: {text}", "[\0-\x1f\x7f]") + "\n"
     with contextlib.suppress(OSError):
-        line = escape(f"fleet.py: {text}", "[\0-\x1f\x7f]") + "\n"
         os.write(sys.stderr.fileno(), os.fsencode(line))
 
 
 def parse_arguments():
-    """Returns the options; exits with status 2 if the command line is wrong."""
-    parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
+    parser = argparse.ArgumentParser(description=__doc__)
     add = parser.add_argument
     add("--scheduler", metavar="ADDRESS", help="Dask scheduler, such as tcp://10.0.0.1:8786")
     add("--num_warmup", metavar="W", type=int, default=1, help="values to exclude (default: 1)")
@@ -246,7 +247,6 @@ def connect(options):
 
 
 def main():
-    """Returns the exit status."""
     while os.open(os.devnull, os.O_RDONLY) <= 2:
         pass  # so that no other file becomes a standard stream that is closed
     sys.stderr = sys.stderr or open(os.devnull, "w")
@@ -262,14 +262,12 @@ def main():
     log = os.path.exists(output) and found.get(os.stat(output)[1:3])
     if log:
         raise OSError(f"{escape(log)}: the table would be written to the log itself")
-    if options.output:
-        os.stat(os.path.dirname(os.path.realpath(output)))  # fails if there is no such folder
+    os.stat(os.path.dirname(os.path.realpath(options.output or ".")))  # fails without this folder
     paths = sorted(found.values(), key=os.fsencode)
     matches = [options.group.search(path) for path in paths]
     groups = [as_text(match and match.group(1) or "") for match in matches]
     if None in matches:
-        say("logs that do not match --group, in a group with an empty name:"
-            f" {matches.count(None)}")
+        say(f"logs that do not match --group: {matches.count(None)}")
     logs = [(i, groups[i], os.path.join(os.getcwd(), path)) for i, path in enumerate(paths)]
     means, problems = {}, {}
     with connect(options) as client:
@@ -277,15 +275,14 @@ def main():
         batches = [logs[i:i + size] for i in range(0, len(logs), size)]
         compute(client, batches, options, (means, problems))
     for _, message in sorted(problems.items()):
-        say(message)
+        say(message.removeprefix(escape(os.getcwd()) + "/"))  # the path as found
     if len(problems) == len(logs):
         raise OSError("no log could be read")
     missing = sum(map(math.isnan, itertools.chain.from_iterable(means.values())))
     if missing:
         say(f"means missing because no values are left after the warm-up: {missing}")
-    table = HEADER + "".join(table_rows(means, paths))
     try:
-        write_whole(output, table.encode(BYTES))
+        write_whole(output, (HEADER + "".join(table_rows(means, paths))).encode(BYTES))
     except OSError as error:
         raise OSError(f"{options.output or 'standard output'}: {error.strerror}") from error
     if problems:

@@ -64,9 +64,8 @@ class Fleet(unittest.TestCase):
             self.addCleanup(process.wait)
             self.addCleanup(os.killpg, process.pid, signal.SIGKILL)
         start("scheduler", "--host", "127.0.0.1", "--port", "0", "--no-dashboard")
-        for name in "worker1", "worker2":
-            start("worker", "--nthreads", "1", "--no-dashboard", "--local-directory",
-                  os.path.abspath(name))
+        for _ in range(2):
+            start("worker", "--nthreads=1", "--no-dashboard", "--local-directory", os.getcwd())
         while not (os.path.exists("scheduler.json") and os.path.getsize("scheduler.json")):
             time.sleep(0.5)
         with open("scheduler.json", encoding="utf-8") as file:
@@ -90,8 +89,9 @@ class Fleet(unittest.TestCase):
                     float(text), value, rel_tol=1e-9, abs_tol=2e-16 * want[8]), (row, want))
 
     def test_bad_logs(self):
-        good = make_logs([f"logs/{i % 7}/{i}.bin" for i in range(60)])
-        bad = {f"logs/{i % 7}/{name}.bin": name for i, name in enumerate(BAD)}
+        good = make_logs([f"logs/{i % 7}/{i}.bin" for i in range(60)] + ["logs/x/chatty.bin"])
+        bad = {f"logs/{'x' if name == 'kind' else i % 7}/{name}.bin": name
+               for i, name in enumerate(BAD)}
         for path, name in bad.items():
             with open(good[0], "rb") as log, open(path, "wb") as copy:
                 copy.write(log.read({"empty": 0, "truncated": 999}.get(name, -1)))
@@ -99,11 +99,11 @@ class Fleet(unittest.TestCase):
                 os.unlink(path)
         os.symlink("nowhere", "logs/1/link.bin")
         os.mkfifo("logs/2/pipe.bin")
-        make_logs(["logs/5/kind.bin"], runs=0)
+        make_logs(["logs/x/kind.bin"], runs=0)
         os.mkdir("none")
         for scheduler in [], self.cluster():
-            table, lines = self.fleet(*scheduler, "--timeout", "3", "--parts", "logs", "none",
-                                      status=1)
+            table, lines = self.fleet(
+                *scheduler, "--timeout=3", "--parts", "logs", "none", status=1)
             missing = [line for line in lines if line.startswith("means missing")]
             self.assertEqual(lines, [
                 "none: the folder has no logs (files named *.bin)",

@@ -104,21 +104,21 @@ bool IsSlower(const SlowStart& a, const SlowStart& b) {
   return a.mean * b.median > b.mean * a.median;
 }
 
-void AddLog(std::size_t log, std::vector<RunSeries> all_runs,
+void AddLog(std::size_t log, std::vector<RunSeries> run_series,
             std::int32_t num_warmup, Names* names, Side* side) {
   KnownNames known;
-  for (RunSeries& runs : all_runs) {
+  for (RunSeries& runs : run_series) {
     SideRuns& side_runs = side->runs[{runs.kind, runs.graph}];
     ++side_runs.log_count;
     side_runs.run_count += runs.run_count;
-    std::vector<std::size_t> places;  // in the side, of the series of the log
-    places.reserve(runs.series.size());
+    std::vector<std::size_t> indices;  // in the side, of the series of the log
+    indices.reserve(runs.series.size());
     for (const Series& series : runs.series) {
       const bool is_part = series.level == Level::kPart;
-      places.push_back(FindOrAdd(series, Intern(series.name, &known, names),
-                                 is_part ? places[*series.parent] : 0,
-                                 &side_runs));
-      side_runs.series[places.back()].logs.push_back(
+      indices.push_back(FindOrAdd(series, Intern(series.name, &known, names),
+                                  is_part ? indices[*series.parent] : 0,
+                                  &side_runs));
+      side_runs.series[indices.back()].logs.push_back(
           {log, ComputeFigures(CountedValues(series.values, num_warmup))});
     }
     if (const std::optional<std::size_t> timed = FindTimedRun(runs)) {
@@ -128,8 +128,8 @@ void AddLog(std::size_t log, std::vector<RunSeries> all_runs,
         AddSlowStart(*start, &side->slow_starts);
       }
     }
-    for (std::size_t i = 0; i < places.size() && side->logs.size() == 1; ++i) {
-      SideSeries& series = side_runs.series[places[i]];
+    for (std::size_t i = 0; i < indices.size() && side->logs.size() == 1; ++i) {
+      SideSeries& series = side_runs.series[indices[i]];
       if (series.level != Level::kPart) {
         series.values = std::move(runs.series[i].values);
         series.runs = std::move(runs.series[i].runs);

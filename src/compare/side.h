@@ -61,7 +61,7 @@ struct SideRuns {
   // How many logs have such runs, and how many runs they have.
   std::int64_t log_count = 0;
   std::int64_t run_count = 0;
-  // In the order of the first log that has them and of their places there.
+  // In the order of the first log that has them and of their positions there.
   std::vector<SideSeries> series;
   // The index of each series, by level, unit, name and occurrence, the texts by
   // their addresses, and by the index of the series directly above it if it is
@@ -105,7 +105,7 @@ struct Side {
 // them, too. The figures exclude the first `num_warmup` values, 0 or more. Logs
 // must be added in their order, to a side that already has their paths;
 // afterwards, they are not needed.
-void AddLog(std::size_t log, std::vector<RunSeries> all_runs,
+void AddLog(std::size_t log, std::vector<RunSeries> run_series,
             std::int32_t num_warmup, Names* names, Side* side);
 
 // Returns the paths of the logs of all sides.

@@ -77,12 +77,12 @@ std::vector<Operation> OperationsOf(const ProfilingMessage& message) {
   const auto* const events = message.events();
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
     const auto* const sub_events = events->Get(j)->sub_events();
-    std::int32_t ordinal = 0;
+    std::int32_t position = 0;
     for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
       const ProfilingEvent& event = *sub_events->Get(k);
       if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-        operations.push_back({KeyOf(event, ordinal), &event});
-        ++ordinal;
+        operations.push_back({KeyOf(event, position), &event});
+        ++position;
       }
     }
   }

@@ -16,9 +16,8 @@ namespace lumo {
 // Identifies one event across the runs of a graph. Keys are ordered by
 // position, then by the bytes of the name.
 struct EventKey {
-  // Of a top-level event: its position among the events of its message, in all
-  // units. Of an operation: its ordinal among the node events under its
-  // top-level event. From 0.
+  // From 0. Of a top-level event: among the events of its message, in all
+  // units. Of an operation: among the node events under its top-level event.
   std::int32_t position;
   // Points into the log and lives as long as the log's bytes do.
   std::string_view name;

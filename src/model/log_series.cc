@@ -86,12 +86,12 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
   if (VectorLength(events) == 0) {
     return;
   }
-  // As long as the events agree with those of the last run, so do ordinals. The
-  // list is updated in place; it may move when series are added.
+  // As long as the events agree with those of the last run, so do positions.
+  // The list is updated in place; it may move when series are added.
   const auto last = [collector, parent]() -> std::vector<std::size_t>& {
     return collector->last_below[parent];
   };
-  std::size_t place = 0;
+  std::size_t next = 0;  // in this list
   std::int32_t operations = 0;
   std::optional<NameCounts> counts;  // from the first difference on
   for (uoffset_t i = 0; i < VectorLength(events); ++i) {
@@ -104,23 +104,23 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
     }
     const Level level = is_operation ? Level::kOperation : Level::kPart;
     const Name name = NameOf(event);
-    if (counts || place == last().size() ||
-        collector->series[last()[place]].level != level ||
-        Name{collector->series[last()[place]].name} != name) {
+    if (counts || next == last().size() ||
+        collector->series[last()[next]].level != level ||
+        Name{collector->series[last()[next]].name} != name) {
       if (!counts) {
         counts = collector->with_parts ? CountNames(*events, i) : NameCounts();
-        last().resize(place);
+        last().resize(next);
       }
-      std::int32_t& ordinal = (*counts)[name];
-      const std::int32_t position = is_operation ? operations : ordinal;
-      ++ordinal;
+      std::int32_t& count = (*counts)[name];
+      const std::int32_t position = is_operation ? operations : count;
+      ++count;
       const std::size_t index =
           FindOrAdd({level, is_operation ? 0 : parent, position, name}, parent,
                     event, collector);
       last().push_back(index);
     }
-    const std::size_t index = last()[place];
-    ++place;
+    const std::size_t index = last()[next];
+    ++next;
     operations += is_operation ? 1 : 0;
     collector->series[index].values.push_back(event.value());
     if (is_operation) {
@@ -130,7 +130,7 @@ void AddEventsBelow(const EventVector* events, std::size_t parent,
       AddEventsBelow(event.sub_events(), index, false, collector);
     }
   }
-  last().resize(place);
+  last().resize(next);
 }
 
 // Appends the values of a run.
@@ -181,7 +181,7 @@ std::string_view LevelText(Level level) {
 
 std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
                                         bool with_parts) {
-  std::vector<RunSeries> all_runs;
+  std::vector<RunSeries> run_series;
   for (const RunKind kind : {RunKind::kExecute, RunKind::kFinalize}) {
     std::vector<Collector> collectors;
     for (const std::int32_t runs : CountRuns(groups, kind)) {
@@ -197,13 +197,13 @@ std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
     std::int32_t graph = 0;
     for (Collector& collector : collectors) {
       if (collector.run_count > 0) {
-        all_runs.push_back({kind, graph, collector.run_count,
-                            OrderSeries(std::move(collector.series))});
+        run_series.push_back({kind, graph, collector.run_count,
+                              OrderSeries(std::move(collector.series))});
       }
       ++graph;
     }
   }
-  return all_runs;
+  return run_series;
 }
 
 std::optional<std::size_t> FindTimedRun(const RunSeries& runs) {

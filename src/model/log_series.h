@@ -32,7 +32,7 @@ std::string_view LevelText(Level level);
 //
 // Events of different runs are the same event if their names agree, and
 // - of events and operations, their positions;
-// - of parts, the series of the event above them and their ordinals among the
+// - of parts, the series of the event above them and their positions among the
 //   events of that name directly below it, operations included.
 struct Series {
   Level level;
@@ -42,22 +42,20 @@ struct Series {
   std::string_view unit;
   // Of the first value.
   ProfileEventType type;
-  // Of an event: its position in the message. Of an operation: its ordinal
-  // among the node events under its top-level event. Of a part: its ordinal, as
-  // above. From 0.
+  // From 0. Of an event: among the events of its message. Of an operation:
+  // among the node events under its top-level event. Of a part: as above.
   std::int32_t position;
   // The index, in RunSeries::series, of the series of the event directly above
   // the first value. Nothing for events.
   std::optional<std::size_t> parent;
-  // From 0. Of events and operations: the ordinal among the series with the
-  // same level, unit and name, in their order. Of parts: the ordinal among the
-  // parts with the same name of the parent, unit and name, in the order of
-  // their first values in the log.
+  // How many series before it have, if it is an event or operation, the same
+  // level, unit and name; if it is a part, the same name of the parent, unit
+  // and name, in the order of their first values in the log.
   std::int32_t occurrence;
   // At least one, in the order of the runs. An event that a run has twice, such
   // as an operation below two top-level events, has two values of that run.
   std::vector<std::uint64_t> values;
-  // The run of each value: its ordinal, from 0, among the runs of this kind and
+  // The run of each value: its number, from 0, among the runs of this kind and
   // graph. Empty for parts, whose runs nothing needs.
   std::vector<std::int32_t> runs;
 };

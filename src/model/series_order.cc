@@ -90,15 +90,15 @@ std::vector<Series> OrderSeries(std::vector<Series> series) {
   const std::vector<std::size_t> keyed = SortKeyed(series);
   SetOccurrences(keyed, &series);
   const std::vector<std::size_t> order = InsertParts(series, keyed);
-  std::vector<std::size_t> places(series.size());
+  std::vector<std::size_t> new_indices(series.size());
   for (std::size_t i = 0; i < order.size(); ++i) {
-    places[order[i]] = i;
+    new_indices[order[i]] = i;
   }
   std::vector<Series> ordered;
   ordered.reserve(series.size());
   for (const std::size_t i : order) {
     if (series[i].parent) {
-      series[i].parent = places[*series[i].parent];
+      series[i].parent = new_indices[*series[i].parent];
     }
     ordered.push_back(std::move(series[i]));
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -94,17 +95,19 @@ std::vector<Cell> CellsOf(const std::string& number, const Graph& graph) {
 
 // The totals of the comparison, or why nothing could be tested.
 std::string SummaryText(const Page& page) {
+  std::int32_t before = 0;
+  std::int32_t after = 0;
   for (const Block& block : page.comparison->blocks) {
     for (const SeriesPair& pair : block.pairs) {
       if (pair.p_adjusted) {
         return TotalsText(*page.comparison, kDefaultConfidence);
       }
+      before = std::max(before, pair.figures_before.n);
+      after = std::max(after, pair.figures_after.n);
     }
   }
-  const SeriesPair& run = *page.graphs.begin()->second.whole_run->pair;
   const char* const noun = page.sample == Sample::kRuns ? "run" : "log";
-  return CountText(run.figures_before.n, noun) + " before and " +
-         CountText(run.figures_after.n, noun) +
+  return CountText(before, noun) + " before and " + CountText(after, noun) +
          " after the change have values after the warm-up: nothing can be "
          "tested.";
 }

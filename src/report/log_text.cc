@@ -51,8 +51,8 @@ std::size_t MeasureEvents(const EventVector* events,
 
 std::string LogTextConverter::RenderLogText(
     const std::vector<std::uint8_t>& log_storage) const {
-  // Like FlatBufferToString(), but with room reserved and without a final copy,
-  // which saves a fifth of a run and a third of its memory.
+  // Like FlatBufferToString(), but with memory reserved and without a final
+  // copy, which saves a fifth of a run and a third of its memory.
   constexpr std::size_t kBytesPerEvent = 150;
   LogTextVisitor visitor(/*delimiter=*/" ", /*quotes=*/false, /*indent=*/"",
                          /*vdelimited=*/true);

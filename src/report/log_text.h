@@ -1,4 +1,4 @@
-// The whole log as one line of text, and how much room the texts of a log need.
+// The whole log as one line of text, and how much memory its texts need.
 
 #ifndef LUMO_REPORT_LOG_TEXT_H_
 #define LUMO_REPORT_LOG_TEXT_H_

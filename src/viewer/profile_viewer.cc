@@ -113,12 +113,12 @@ bool ProfileViewer::ExportData() {
 }
 
 std::string ProfileViewer::ComposeReport() {
-  // Reserve room, which the stream keeps, so that a long report is not
+  // Reserve memory, which the stream keeps, so that a long report is not
   // reallocated while it grows.
   constexpr std::size_t kBytesPerEvent = 60;
-  std::string room;
-  room.reserve(EstimateTextSize(*root, log_storage.size(), kBytesPerEvent));
-  report_stream.str(std::move(room));
+  std::string buffer;
+  buffer.reserve(EstimateTextSize(*root, log_storage.size(), kBytesPerEvent));
+  report_stream.str(std::move(buffer));
 
   // As is required, a section that fails is skipped, and the report continues.
   WriteReportHeader(report_stream, root, graph_count, prepare_count,
