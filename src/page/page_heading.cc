@@ -113,7 +113,10 @@ void WriteSummary(std::ostream& stream, const Page& page, const Facts& facts) {
   constexpr std::size_t kLongest = 100;
   const std::vector<Lines>& backends = facts[kBackend];
   stream << "<span class=\"log\">" << (is_compared ? "both: " : "")
-         << (IsSame(runs) ? "<b>" + runs[0].front() + "</b>, " : "")
+         << (IsSame(runs) ? "<b>" + runs[0].front() + "</b>" : "")
+         << (!IsSame(runs)                  ? ""
+             : page.sample == Sample::kRuns ? ", "
+                                            : " in each log, ")
          << (!IsSame(backends)                        ? "<b>backends differ</b>"
              : backends[0].front().size() <= kLongest ? backends[0].front()
                                                       : "several backends")
