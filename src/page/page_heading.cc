@@ -112,12 +112,12 @@ void WriteSummary(std::ostream& stream, const Page& page, const Facts& facts) {
   }
   constexpr std::size_t kLongest = 100;
   const std::vector<Lines>& backends = facts[kBackend];
-  stream << "<span class=\"log\">" << (is_compared ? "both: " : "")
-         << (IsSame(runs) ? "<b>" + runs[0].front() + "</b>" : "")
-         << (!IsSame(runs)                  ? ""
-             : page.sample == Sample::kRuns ? ", "
-                                            : " in each log, ")
-         << (!IsSame(backends)                        ? "<b>backends differ</b>"
+  stream << "<span class=\"log\">" << (is_compared ? "both: " : "");
+  if (IsSame(runs)) {
+    stream << "<b>" << runs[0].front()
+           << (page.sample == Sample::kRuns ? "</b>, " : "</b> in each log, ");
+  }
+  stream << (!IsSame(backends)                        ? "<b>backends differ</b>"
              : backends[0].front().size() <= kLongest ? backends[0].front()
                                                       : "several backends")
          << ", warm-up " << CountText(page.num_warmup, "run");
