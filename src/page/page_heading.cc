@@ -59,11 +59,7 @@ std::string BackendsText(const MessageGroups& groups) {
 
 // "60 runs of each graph", or "10 to 60 runs of each graph".
 std::string RunsText(const MessageGroups& groups, RunKind kind) {
-  std::vector<std::int32_t> counts = CountRuns(groups, kind);
-  std::erase(counts, 0);
-  if (counts.empty()) {
-    return "0 runs";
-  }
+  const std::vector<std::int32_t> counts = CountRuns(groups, kind);
   const auto [least, most] = std::ranges::minmax(counts);
   return (least == most ? "" : std::to_string(least) + " to ") +
          CountText(most, "run") + (counts.size() == 1 ? "" : " of each graph");

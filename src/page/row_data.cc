@@ -100,9 +100,11 @@ std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
   std::map<std::pair<Name, int>, std::size_t> places;
   for (std::size_t i = 0; i < above.size(); ++i) {
     const auto& [series, runs, figures] = above[i];
+    if (series == nullptr) {
+      continue;
+    }
     std::map<Name, int> counts;
-    for (const std::size_t index :
-         series == nullptr ? std::vector<std::size_t>() : series->parts) {
+    for (const std::size_t index : series->parts) {
       const SideSeries& part = runs->series[index];
       const Name name = {ShortName(part.name, series->name), part.unit};
       const auto [place, is_new] =
