@@ -100,8 +100,8 @@
   // Returns the rows of a table that the state shows.
   function findItems(table) {
     const words = state.find.toLowerCase().split(/\s+/);
-    const verdicts = {different: ["higher", "lower"],
-      one: ["only_before", "only_after"]}[state.show];
+    const verdicts = new Map([["different", ["higher", "lower"]],
+      ["one", ["only_before", "only_after"]]]).get(state.show);
     return table.items.filter(({verdict, name}) =>
         (verdicts === undefined || verdicts.includes(verdict)) &&
         words.every((word) => name.toLowerCase().includes(word)));
@@ -141,9 +141,11 @@
 
   // ---- The state, which is also in the address of the page ----
 
-  // The section of the graph, the chosen row or null, the column to sort by,
-  // after a "-" if descending, words, and "different" or "one" for such rows.
-  const state = {section: null, item: null, sort: "", find: "", show: ""};
+  // The section of the graph, and the chosen row or null. Texts are the column
+  // to sort by, after a "-" if descending, words, "different" or "one" for such
+  // rows, and "0" if the scale of the chart begins there.
+  const TEXTS = ["sort", "find", "show", "from"];
+  const state = {section: null, item: null};
 
   const firstItemOf = (section) =>
       items.find(({table}) => table.section === section);
@@ -154,25 +156,22 @@
     const fields = new URLSearchParams(link === null ? address.slice(1)
         : {[link[1] === "row" ? "operation" : "graph"]: link[2]});
     const operation = fields.get("operation");
-    const item = items[operation];
+    const item = items[parseInt(operation, 10)];
     const section = item !== undefined ? item.table.section
         : byId(`graph-${fields.get("graph") || ""}`) || sections[0];
     return {
       section,
       item: operation === "none" ? null : item || firstItemOf(section),
-      sort: fields.get("sort") || "",
-      find: fields.get("find") || "",
-      show: fields.get("show") || "",
+      ...Object.fromEntries(TEXTS.map((key) => [key, fields.get(key) || ""])),
     };
   }
 
   // Returns the address of a state, without what is so at the start.
-  function addressOf({section, item, sort, find, show}) {
-    const graph =
-        section === sections[0] ? "" : section.id.replace("graph-", "");
+  function addressOf({section, item, ...texts}) {
+    const graph = section === sections[0] ? "" : section.id.split("-")[1];
     const operation = item === firstItemOf(section) ? ""
         : item === null ? "none" : items.indexOf(item);
-    const fields = Object.entries({graph, operation, sort, find, show});
+    const fields = Object.entries({graph, operation, ...texts});
     return "#" + new URLSearchParams(fields.filter(([, text]) => text !== ""));
   }
 
@@ -198,12 +197,11 @@
   // Shows a state.
   function showState(next) {
     const last = {...state};
+    const isNew = (field) => state[field] !== last[field];
     Object.assign(state, next);
     const {section, item} = state;
-    if (section !== last.section) {
-      for (const other of sections) {
-        other.hidden = other !== section;
-      }
+    if (isNew("section")) {
+      sections.forEach((other) => { other.hidden = other !== section; });
       section.querySelector(".tables").prepend(byId("tools"));
       section.querySelector(".columns").prepend(byId("panel"));
       for (const link of document.querySelectorAll(".overview th a")) {
@@ -212,18 +210,16 @@
         link.setAttribute("aria-current", isChosen);
       }
     }
-    if (["section", "sort", "find", "show"].some(
-        (field) => state[field] !== last[field])) {
+    if (["section", "sort", "find", "show"].some(isNew)) {
       shownTables().forEach((table) => renderTable(table));
     }
-    if (byId("find").value !== state.find) {
-      byId("find").value = state.find;
-    }
+    byId("find").value = state.find;
     byId("start-order").hidden = state.sort === "";
     for (const button of byId("show").querySelectorAll("button")) {
       button.setAttribute("aria-pressed", button.value === state.show);
     }
-    if (item !== last.item || section !== last.section) {
+    byId("from-zero").checked = state.from === "0";
+    if (["section", "item", "from"].some(isNew)) {
       [last.item, item].filter(Boolean).forEach(prepareRow);
       showPanel();
     }
@@ -235,6 +231,8 @@
   // ---- The chart ----
 
   let chart;
+  // Without Chart.js, this fails before anything on the page is changed.
+  Chart.defaults.animation = false;
   const color = (name) => getComputedStyle(document.documentElement)
       .getPropertyValue(name).trim();
   const colorOf = (side) => color(side === 0 ? "--before" : "--after");
@@ -290,6 +288,7 @@
       showLine: data.logs !== undefined,
       borderColor: own,
       borderWidth: 1,
+      clip: {left: 5, top: 0, right: 5, bottom: 0},
       // Warm-up runs are hollow.
       pointBackgroundColor: points.map((p) => p.isWarmUp ? "transparent" : own),
       pointStyle: side === 0 ? "circle" : "rect",
@@ -322,7 +321,7 @@
         y.getPixelForValue(low) - y.getPixelForValue(high));
     ctx.save();
     ctx.beginPath();
-    ctx.rect(area.left, area.top, area.width, area.height);
+    ctx.rect(area.left - 5, area.top, area.width + 10, area.height);
     ctx.clip();
     ctx.textAlign = "center";
     for (const {side, mean, stdev, data: points} of datasets) {
@@ -366,7 +365,6 @@
     const last = datasets.flatMap(({data: points}) => points)
         .reduce((most, {x}) => Math.max(most, x), first);
     return {
-      animation: false,
       parsing: false,
       maintainAspectRatio: false,
       interaction: {mode: "nearest", axis: "x", intersect: false},
@@ -474,7 +472,7 @@
         makeElement("b", item.verdict,
             `${textOf(item, "verdict")} ${textOf(item, "change")}`),
         series.interval === undefined ? "" : ` (${series.interval})`,
-        series.p === undefined ? "" : ` p ${series.p}`);
+        series.p === undefined ? "" : ` p ${series.p.replace("-", "−")}`);
     byId("copy-text").textContent = "Copy as text";
     byId("copy-link").textContent = "Copy link";
     showFigures(series.sides);
@@ -572,7 +570,8 @@
     const on = (id, type, run) => byId(id).addEventListener(type, run);
     on("find", "input", () => change({find: byId("find").value}, false));
     on("start-order", "click", () => change({sort: ""}, false));
-    on("from-zero", "change", drawChart);
+    on("from-zero", "change",
+        ({target}) => change({from: target.checked ? "0" : ""}, false));
     on("copy-text", "click", ({target}) => copy(chosenText(), target));
     on("copy-link", "click", ({target}) => copy(location.href, target));
     matchMedia("(prefers-color-scheme: dark)")

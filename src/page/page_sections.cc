@@ -25,8 +25,8 @@ std::string LargestHtml(const std::vector<Row>& operations, std::size_t count) {
   for (std::size_t i = 0; i < std::min(count, kMaxLinks); ++i) {
     const Row& row = operations[i];
     html += "<a href=\"#row-" + std::to_string(row.number) +
-            "\" class=\"operation " + row.verdict + "\"><span>" +
-            NameHtml(row) + "</span> <b>" +
+            "\" class=\"operation " + row.verdict +
+            "\"><span><bdi dir=\"ltr\">" + NameHtml(row) + "</bdi></span> <b>" +
             (row.pair == nullptr        ? PercentText(row.share)
              : row.pair->change_percent ? ChangeHtml(row.pair->change_percent)
                                         : VerdictHtml(*row.pair)) +
