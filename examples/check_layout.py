@@ -2,8 +2,9 @@
 """Checks the layout of a log before its report is trusted.
 
 Reads the table of lumo-profile-export on standard input. Prints a line if there is no run
-of a kind; for each message that has no events, whose events do not fit its position, or
-that belongs to no graph; and for each series that does not have one value in every run.
+of a kind; for each message that has no events (except at the end of the log), whose events
+do not fit its position, or that belongs to no graph; and for each series that does not have
+one value in every run.
 The exit status is 0 if no lines were printed, 1 if some were, and 2 if standard input has
 no table of events.
 """

@@ -1,13 +1,13 @@
 #!/usr/bin/python3
 """Computes one table of means over the logs of many devices, see docs/fleet.md."""
 
-import argparse, array, contextlib, csv, io, itertools, logging, math, operator, os, re
-import signal, socket, stat, subprocess, sys, time, warnings
+import argparse, array, contextlib, csv, io, itertools, logging, math, operator, os, re, signal
+import multiprocessing.resource_tracker, socket, stat, subprocess, sys, time, warnings
 
 EXPORT = "lumo-profile-export"
 EXPORT_COLUMNS = "log kind graph level parent name occurrence unit mean".split()
-HEADER = ("group,graph,level,parent,name,occurrence,unit,logs,mean,stdev,"
-          "min,min_log,max,max_log\n")
+HEADER = "group,graph,level,parent,name,occurrence,unit,logs,mean,stdev,min,min_log,max,max_log\n"
+SIGNALS = signal.SIGINT, signal.SIGTERM
 BYTES = "latin-1"  # one character per byte: any bytes are kept, and texts sort by bytes
 
 
@@ -15,11 +15,10 @@ BYTES = "latin-1"  # one character per byte: any bytes are kept, and texts sort 
 
 def parse(batch, table, lines):
     """Returns the result of read_batch(). Fails if logs have neither rows nor messages."""
-    means, unread = {}, {as_text(log[2]): log for log in batch}
+    log, means, unread = None, {}, {as_text(entry[2]): entry for entry in batch}
     if table or not lines:
         rows = csv.reader(io.StringIO(table.decode(BYTES), newline=""))
         columns = operator.itemgetter(*map(next(rows).index, EXPORT_COLUMNS))
-        log = None
         for path, kind, graph, level, parent, name, occurrence, unit, mean in map(columns, rows):
             if path != log:
                 log, (number, group, _) = path, unread.pop(path)
@@ -37,13 +36,12 @@ def parse(batch, table, lines):
 def read_batch(batch, options, timeout):
     """Reads a batch of logs, a list of (number, group, path).
 
-    Returns a dict from (group, graph, level, parent, name, occurrence, unit) to an array with
-    the number and the mean, which may be NaN, of each log that has this series; and a dict
-    from the number of each unreadable log to a message.
+    Returns a dict from (group, graph, level, parent, name, occurrence, unit) to an array with the
+    number and mean (or NaN) of each log, and a dict from numbers of unreadable logs to messages.
     """
     csv.field_size_limit(sys.maxsize)  # a name may have any length
     result, on_host = ({}, {}), f" (on {socket.gethostname()})"
-    written, is_silent = (None, None), False
+    written, is_silent, table, messages = (None, None), False, b"", b""
     with subprocess.Popen(  # with setpriv, it ends if this process is killed
             ["setpriv", "--pdeathsig", "KILL", EXPORT, "--statistics", *options, "--",
              *(path for _, _, path in batch)], stdin=subprocess.DEVNULL,
@@ -83,9 +81,9 @@ def merge(result, other):  # adds the result for other logs
     result[1].update(other[1])
 
 
-def escape(text, characters=r"[\x00-\x1f\x7f\\]"):
-    """Escapes a text for a message of one line."""
-    return re.sub(characters, lambda c: f"\\x{ord(c[0]):02x}", text)
+def escape(text, characters="[\0-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\\\\]"):
+    """Escapes the characters that the programs escape in messages."""
+    return re.sub(characters, lambda c: c[0].encode("unicode_escape").decode(), text)
 
 
 def find_logs(arguments):
@@ -101,10 +99,9 @@ def find_logs(arguments):
             if not paths and len(bad) == before:
                 bad.append((argument, "the folder has no logs (files named *.bin)"))
         for path in paths:
-            try:
+            file = path  # if there is no file, the export prints the reason
+            with contextlib.suppress(OSError):
                 file = os.stat(path)[1:3]
-            except OSError:  # the export prints the reason
-                file = path
             found[file] = min(path, found.get(file, path), key=os.fsencode)
     return found, bad
 
@@ -112,10 +109,9 @@ def find_logs(arguments):
 def compute(client, batches, options, result):
     """Adds the results of read_batch() for all batches to `result`."""
     from distributed import KilledWorker, as_completed
-    futures = client.map(
-        read_batch, batches, timeout=options.timeout, batch_size=100,
-        options=[f"--num_warmup={options.num_warmup}"] + ["--parts"] * options.parts,
-        pure=False)  # a log may have changed since the last run
+    futures = client.map(  # not pure: a log may have changed since the last run
+        read_batch, batches, timeout=options.timeout, batch_size=100, pure=False,
+        options=[f"--num_warmup={options.num_warmup}"] + ["--parts"] * options.parts)
     batch_of = {future.key: batch for future, batch in zip(futures, batches)}
     running = as_completed(futures, with_results=True, raise_errors=False)
     del futures  # so that results are released when they have been read
@@ -153,14 +149,13 @@ def compute(client, batches, options, result):
 def table_rows(means, paths):
     """Yields the sorted rows of the table, which do not depend on the order of the means."""
     for key, pairs in sorted(means.items()):
-        measured = [mean for mean in pairs[1::2] if not math.isnan(mean)]
+        values = [mean for mean in pairs[1::2] if not math.isnan(mean)]
         row = [*key, len(pairs) // 2] + [""] * 6
-        if measured:
-            row[8] = mean = math.fsum(measured) / len(measured)
-            if len(measured) > 1:
-                squares = math.fsum((value - mean) ** 2 for value in measured)
-                row[9] = math.sqrt(squares / (len(measured) - 1))
-            for column, extreme in (10, min(measured)), (12, max(measured)):
+        if values:
+            row[8] = mean = math.fsum(values) / len(values)
+            if len(values) > 1:
+                row[9] = math.sqrt(math.fsum((v - mean) ** 2 for v in values) / (len(values) - 1))
+            for column, extreme in (10, min(values)), (12, max(values)):
                 first = min(n for n, value in zip(pairs[::2], pairs[1::2]) if value == extreme)
                 row[column:column + 2] = extreme, as_text(paths[int(first)])
         yield ",".join(map(field, row)) + "\n"
@@ -191,8 +186,9 @@ def write_whole(path, content):
             stream.write(content)
             os.fsync(stream.fileno())
         if older:
-            with contextlib.suppress(PermissionError):
-                os.chown(new, older.st_uid, older.st_gid)
+            for owner, group in (-1, older.st_gid), (older.st_uid, -1):
+                with contextlib.suppress(PermissionError):
+                    os.chown(new, owner, group)
             os.chmod(new, stat.S_IMODE(older.st_mode))
         os.replace(new, path)
     finally:
@@ -238,10 +234,14 @@ def connect(options):
         os.dup2(os.open(os.devnull, os.O_WRONLY), 2)
         warnings.simplefilter("ignore")
         logging.disable()
+    # Ctrl-C in a terminal must not end the local workers before the client closes them.
+    multiprocessing.resource_tracker.ensure_running()  # later, it would unblock the signals
+    signal.pthread_sigmask(signal.SIG_BLOCK, () if options.scheduler else SIGNALS)
     # Otherwise, a local worker that takes 15 seconds to restart is given up for good.
     dask.config.set({"distributed.deploy.lost-worker-timeout": "1h"})
     client = Client(options.scheduler) if options.scheduler else Client(
         n_workers=dask.system.CPU_COUNT, threads_per_worker=1, dashboard_address="127.0.0.1:0")
+    signal.pthread_sigmask(signal.SIG_UNBLOCK, SIGNALS)
     client.wait_for_workers(1, timeout=60)
     return client
 
@@ -250,7 +250,7 @@ def main():
     while os.open(os.devnull, os.O_RDONLY) <= 2:
         pass  # so that no other file becomes a standard stream that is closed
     sys.stderr = sys.stderr or open(os.devnull, "w")
-    for number in signal.SIGINT, signal.SIGTERM:  # end the workers, too
+    for number in SIGNALS:  # end the workers, too
         signal.signal(number, lambda signum, _: sys.exit(128 + signum))
     options = parse_arguments()
     found, bad = find_logs(options.logs)
@@ -284,7 +284,7 @@ def main():
     try:
         write_whole(output, (HEADER + "".join(table_rows(means, paths))).encode(BYTES))
     except OSError as error:
-        raise OSError(f"{options.output or 'standard output'}: {error.strerror}") from error
+        raise OSError(f"{escape(options.output or 'standard output')}: {error.strerror}") from error
     if problems:
         say(f"logs that could not be read: {len(problems)} of {len(logs)}")
     return 1 if bad or problems else 0

@@ -6,6 +6,7 @@ for log; do
     */killer.bin) kill -KILL $PPID ;;
     */killer_once.bin) mkdir "$FOLDER/reached" 2>/dev/null && kill -KILL $PPID ;;
     */sleeper.bin) exec sleep 66 ;;
+    */background.bin) sleep 20 & wait ;;  # keeps the streams open
     */chatty.bin) echo 'a warning' >&2 ;;
     */silent.bin) exit 1 ;;
     */crash.bin) "$EXPORT" "$@" | head -c 900 && kill -SEGV $$ ;;

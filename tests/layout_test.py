@@ -40,8 +40,10 @@ CASES = [  # messages, lines
         "graph 0, finalize, event 0 'Net (finalize)': values: 1, runs: 2",
         "graph 0, finalize, event 0 '(execute)': values: 1, runs: 2",
         "graph 0, finalize, event 1 '(finalize)': values: 1, runs: 2"]),
-    ([FINALIZE, EXECUTE, run(event("Net"))],
-     ["message 2: not in the report, but its names say neither kind"]),
+    ([FINALIZE, EXECUTE, run(event("execute"), graph=9), run(event("Net"), graph=9)],
+     [f"message {i}: not in the report, but its names say neither kind" for i in (2, 3)]),
+    # Two of the three indices mean the same graph.
+    ([FINALIZE] + [run(event("(execute)"), graph=g) for g in (2**32, 2)], []),
     ([FINALIZE, run(event("(execute)", CONV, CONV)), run(event("(execute)", CONV, WAIT))],
      ["graph 0, execute, operation 1 'Conv': values: 1, runs: 2"]),
     ([FINALIZE, run(event("(execute)"), event("a")), run(event("(execute)"))],

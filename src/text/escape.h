@@ -16,8 +16,7 @@ namespace lumo {
 // - the other control characters, U+0000 to U+001F and U+007F to U+009F;
 // - the characters that change the direction of text: U+061C, U+200E, U+200F,
 //   U+202A to U+202E and U+2066 to U+2069;
-// - the bytes 0x80 to 0x9f that do not belong to a UTF-8 character, because
-// some
+// - the bytes 0x80 to 0x9f that do not belong to a UTF-8 character: some
 //   terminals take them for control characters.
 std::string EscapeControls(std::string_view text);
 
