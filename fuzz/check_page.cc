@@ -15,7 +15,6 @@
 #include "input/input_log.h"
 #include "model/log_series.h"
 #include "page/page_heading.h"
-#include "page/page_logs.h"
 #include "page/page_model.h"
 #include "page/page_sections.h"
 #include "page/row_data.h"
@@ -63,37 +62,36 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     return;  // there is no page for such a log
   }
   const InputLog log = {Log("<path>&", bytes, root), groups};
-  const std::vector<RunSeries> run_series = CollectLogSeries(groups, true);
   // A page of the log, of the log twice, and of two folders.
   for (const auto& [side_count, log_count] :
        {std::pair(1, 1), {2, 1}, {2, 2}}) {
     Names names;
     Side side;
     side.path = "<path>&";
-    PageLogs logs;
     for (int i = 0; i < log_count; ++i) {
       side.logs.push_back(side.path);
-      AddLog(static_cast<std::size_t>(i), run_series, num_warmup, &names,
-             &side);
-      AddPageLog(log, run_series, &logs);
+      AddLog(static_cast<std::size_t>(i), CollectLogSeries(groups, true),
+             num_warmup, &names, &side);
     }
     const auto count = static_cast<std::size_t>(side_count);
     const std::vector<Side> sides(count, side);
-    const std::vector<PageLogs> all_logs(count, logs);
+    const std::vector<std::vector<LogFacts>> facts(
+        count, std::vector(side.logs.size(), ReadFacts(log)));
     std::string error;
     const auto comparison =
         CompareSides(sides.front(), sides.back(), 99, false, &error);
     const Page page = MakePage(
-        sides, all_logs, side_count == 2 ? &*comparison : nullptr, num_warmup);
+        sides, facts, side_count == 2 ? &*comparison : nullptr, num_warmup);
     std::ostringstream html;
-    WriteLogs(html, page);
+    WriteHeading(html, page);
     WriteOverview(html, page);
     WriteSections(html, page);
     Check(IsOwnMarkup(html.str()));
-    for (const Graph& graph : page.graphs) {
-      for (const Table& table : graph.tables) {
-        for (const Row& row : table.rows) {
-          const std::string json = RowJson(page, graph, table, row);
+    for (const auto& [number, graph] : page.graphs) {
+      for (const Table* table :
+           {&graph.operations, &graph.execute_events, &graph.finalize_events}) {
+        for (const Row& row : table->rows) {
+          const std::string json = RowJson(page, row);
           Check(nlohmann::json::accept(json));
           Check(json.find_first_of("<>&'") == std::string::npos);
         }

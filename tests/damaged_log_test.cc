@@ -20,7 +20,7 @@
 #include "log/log.h"
 #include "model/log_series.h"
 #include "model/message_groups.h"
-#include "page/page_logs.h"
+#include "page/page_heading.h"
 #include "page/page_model.h"
 #include "page/page_sections.h"
 #include "profiling_log_generated.h"
@@ -122,11 +122,10 @@ TEST(Limits, AFailedWriteEndsTheText) {
       nullptr};
   log.root = GetProfilingLog(log.bytes.data());
   const MessageGroups groups = GroupMessages(*log.root);
-  const std::vector<RunSeries> run_series = CollectLogSeries(groups, true);
   Names names;
   std::vector<Side> sides(1);
   sides.front().logs.emplace_back("log");
-  AddLog(0, run_series, 1, &names, &sides.front());
+  AddLog(0, CollectLogSeries(groups, true), 1, &names, &sides.front());
   std::string error;
   const auto comparison =
       CompareSides(sides.front(), Side(), 99.0, false, &error);
@@ -136,9 +135,9 @@ TEST(Limits, AFailedWriteEndsTheText) {
   WriteEventTable(failed, *log.root);
   WriteComparisonRows(failed, *comparison);
 #ifdef LUMO_HAS_PAGE
-  std::vector<PageLogs> logs(1);
-  AddPageLog({std::move(log), groups}, run_series, &logs.front());
-  const Page page = MakePage(sides, logs, nullptr, 1);
+  const std::vector<std::vector<LogFacts>> facts = {
+      {ReadFacts({std::move(log), groups})}};
+  const Page page = MakePage(sides, facts, nullptr, 1);
   EXPECT_NE(ExplainSize(page), "");
   WriteSections(failed, page);
 #endif

@@ -20,6 +20,9 @@ SeriesPair MakePair(const PairedSeries& paired, Sample sample) {
   pair.after = paired.after;
   pair.figures_before = SampleFigures(paired.before, sample);
   pair.figures_after = SampleFigures(paired.after, sample);
+  for (const SideSeries* series : {paired.before, paired.after}) {
+    pair.is_repeated |= series != nullptr && series->is_repeated;
+  }
   const Figures& before = pair.figures_before;
   const Figures& after = pair.figures_after;
   if (before.n > 0 && after.n > 0 && before.mean != 0.0) {
@@ -29,27 +32,6 @@ SeriesPair MakePair(const PairedSeries& paired, Sample sample) {
                  : pair.after == nullptr ? Verdict::kOnlyBefore
                                          : Verdict::kNoTest;
   return pair;
-}
-
-// Sets `is_repeated` of each pair.
-void MarkRepeated(std::vector<SeriesPair>* pairs) {
-  const auto key_of = [](const SideSeries& series) {
-    return std::tuple(series.level, series.unit.data(), series.name.data());
-  };
-  std::set<std::tuple<Level, const char*, const char*>> repeated;
-  for (const SeriesPair& pair : *pairs) {
-    for (const SideSeries* series : {pair.before, pair.after}) {
-      if (series != nullptr && series->occurrence > 0) {
-        repeated.insert(key_of(*series));
-      }
-    }
-  }
-  for (SeriesPair& pair : *pairs) {
-    for (const SideSeries* series : {pair.before, pair.after}) {
-      pair.is_repeated |=
-          series != nullptr && repeated.contains(key_of(*series));
-    }
-  }
 }
 
 // Tests every pair that can be tested and sets its verdict.
@@ -196,7 +178,6 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
       block.pairs.push_back(MakePair(series, comparison.sample));
     }
     if (!block.pairs.empty()) {
-      MarkRepeated(&block.pairs);
       comparison.blocks.push_back(std::move(block));
     }
   }

@@ -46,8 +46,7 @@ struct SeriesPair {
   // no value after the warm-up.
   Figures figures_before;
   Figures figures_after;
-  // Whether several series of a side have this level, unit and name, so that
-  // the name alone does not identify this one.
+  // Whether it is on one of the sides, see SideSeries.
   bool is_repeated;
   // The change of the mean in percent of the mean before. Nothing if a mean is
   // missing or the mean before is 0.

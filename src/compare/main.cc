@@ -90,12 +90,9 @@ bool UseColor(const std::string& output) {
 // Writes the comparison. Returns the exit status.
 int Write(const Options& options, const std::vector<lumo::Side>& sides,
           const lumo::Comparison& comparison) {
-  std::vector<std::string> logs;
-  for (const lumo::Side& side : sides) {
-    logs.insert(logs.end(), side.logs.begin(), side.logs.end());
-  }
   return lumo::WriteOutput(
-      kProgram, options.output, logs, "comparison", [&](std::ostream& stream) {
+      kProgram, options.output, lumo::AllLogs(sides), "comparison",
+      [&](std::ostream& stream) {
         if (options.csv) {
           lumo::WriteComparisonRows(stream, comparison);
           return;

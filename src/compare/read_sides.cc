@@ -14,15 +14,14 @@ bool ReadLogs(std::size_t number, std::int32_t num_warmup, Names* names,
               const LogVisitor& visit, Progress* progress, Side* side,
               std::string* error) {
   for (std::size_t i = 0; i < side->logs.size(); ++i) {
-    std::optional<InputLog> log = LoadInputLog(side->logs[i], error);
+    const std::optional<InputLog> log = LoadInputLog(side->logs[i], error);
     if (!log) {
       return false;
     }
-    std::vector<RunSeries> run_series =
-        CollectLogSeries(log->groups, visit != nullptr);
-    AddLog(i, run_series, num_warmup, names, side);
+    AddLog(i, CollectLogSeries(log->groups, visit != nullptr), num_warmup,
+           names, side);
     if (visit != nullptr) {
-      visit(number, std::move(*log), std::move(run_series));
+      visit(number, *log);
     }
     CountLog(progress);
   }

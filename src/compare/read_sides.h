@@ -16,15 +16,12 @@
 
 namespace lumo {
 
-// Called with each log after it has been added to its side. `side` is the index
-// of the side.
-using LogVisitor = std::function<void(std::size_t side, InputLog log,
-                                      std::vector<RunSeries> run_series)>;
+// Called with each log. `side` is the index of its side.
+using LogVisitor = std::function<void(std::size_t side, const InputLog& log)>;
 
 // Returns a side for each of the paths: a log, or a folder that stands for the
 // logs of FindLogs(). Logs are read one after the other, with their parts if
-// there is a `visit`; their series are kept only by it. Shows the progress on a
-// terminal if a path is a folder.
+// there is a `visit`. Shows the progress on a terminal if a path is a folder.
 //
 // Returns nothing, with a message that names a path in `error`, if FindLogs()
 // or LoadInputLog() fails.

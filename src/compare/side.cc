@@ -23,8 +23,14 @@ std::string_view Intern(std::string_view name, KnownNames* known,
 }
 
 SideSeries MakeSeries(const Series& series, std::string_view name) {
-  return {series.level, name, series.unit, series.occurrence,
-          series.type,  {},   {}};
+  SideSeries own = {};
+  own.level = series.level;
+  own.name = name;
+  own.unit = series.unit;
+  own.occurrence = series.occurrence;
+  own.is_repeated = series.occurrence > 0;
+  own.type = series.type;
+  return own;
 }
 
 // Returns the index of the series of the side that corresponds to a series of a
@@ -41,6 +47,11 @@ std::size_t FindOrAdd(const Series& series, std::string_view name,
       runs->series[parent].parts.push_back(runs->series.size());
     }
     runs->series.push_back(MakeSeries(series, name));
+    if (series.level != Level::kPart && series.occurrence > 0) {
+      const std::size_t first = runs->indices.at(
+          {series.level, series.unit.data(), name.data(), 0, parent});
+      runs->series[first].is_repeated = true;
+    }
   }
   return entry->second;
 }
@@ -93,10 +104,10 @@ bool IsSlower(const SlowStart& a, const SlowStart& b) {
   return a.mean * b.median > b.mean * a.median;
 }
 
-void AddLog(std::size_t log, const std::vector<RunSeries>& run_series,
+void AddLog(std::size_t log, std::vector<RunSeries> run_series,
             std::int32_t num_warmup, Names* names, Side* side) {
   KnownNames known;
-  for (const RunSeries& runs : run_series) {
+  for (RunSeries& runs : run_series) {
     SideRuns& side_runs = side->runs[{runs.kind, runs.graph}];
     ++side_runs.log_count;
     side_runs.run_count += runs.run_count;
@@ -117,7 +128,22 @@ void AddLog(std::size_t log, const std::vector<RunSeries>& run_series,
         AddSlowStart(*start, &side->slow_starts);
       }
     }
+    for (std::size_t i = 0; i < indices.size() && side->logs.size() == 1; ++i) {
+      SideSeries& series = side_runs.series[indices[i]];
+      if (series.level != Level::kPart) {
+        series.values = std::move(runs.series[i].values);
+        series.runs = std::move(runs.series[i].runs);
+      }
+    }
   }
+}
+
+std::vector<std::string> AllLogs(const std::vector<Side>& sides) {
+  std::vector<std::string> logs;
+  for (const Side& side : sides) {
+    logs.insert(logs.end(), side.logs.begin(), side.logs.end());
+  }
+  return logs;
 }
 
 }  // namespace lumo

@@ -41,12 +41,19 @@ struct SideSeries {
   std::string_view unit;
   // Of the series in its log, see Series.
   std::int32_t occurrence;
+  // Whether another event or operation of the side differs only in its
+  // occurrence, so that the name alone does not identify this one.
+  bool is_repeated;
   // Of the first value.
   ProfileEventType type;
   // The logs that have the series, in their order.
   std::vector<LogFigures> logs;
   // The indices, in SideRuns::series, of the parts directly below it.
   std::vector<std::size_t> parts;
+  // If the side has a single log: the values of an event or operation in it,
+  // and their runs, see Series. Otherwise empty.
+  std::vector<std::uint64_t> values;
+  std::vector<std::int32_t> runs;
 };
 
 // The series of one kind of run of one graph.
@@ -96,10 +103,13 @@ struct Side {
 
 // Adds the series of the log with this index to the side; a log with parts adds
 // them, too. The figures exclude the first `num_warmup` values, 0 or more. Logs
-// must be added in their order; afterwards, the series of the log are not
-// needed.
-void AddLog(std::size_t log, const std::vector<RunSeries>& run_series,
+// must be added in their order, to a side that already has their paths;
+// afterwards, they are not needed.
+void AddLog(std::size_t log, std::vector<RunSeries> run_series,
             std::int32_t num_warmup, Names* names, Side* side);
+
+// Returns the paths of the logs of all sides.
+std::vector<std::string> AllLogs(const std::vector<Side>& sides);
 
 }  // namespace lumo
 

@@ -16,7 +16,6 @@
 #include "compare/comparison_text.h"
 #include "compare/read_sides.h"
 #include "page/page_heading.h"
-#include "page/page_logs.h"
 #include "page/page_model.h"
 #include "page/page_sections.h"
 #include "page/page_template.h"
@@ -36,38 +35,11 @@ constexpr lumo::Program kProgram = {
     "  --help             print this text and exit\n"
     "  --version          print the version and exit\n"};
 
-struct Options {
-  std::int32_t num_warmup = 1;
-  bool ignore_node_ids = false;
-  std::string output;
-  // The paths of the sides.
-  std::vector<std::string> paths;
-};
-
-// Sets `options`. Returns the exit status, or nothing if the run continues.
-std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
-  if (const std::optional<int> status = lumo::ParseCommandLine(
-          kProgram, argc, argv,
-          {{"num_warmup", &options->num_warmup},
-           {"ignore_node_ids", &options->ignore_node_ids},
-           {"output", &options->output}},
-          2, &options->paths)) {
-    return status;
-  }
-  if (options->paths.empty() ||
-      std::count(options->paths.begin(), options->paths.end(), "") > 0) {
-    return lumo::RejectCommandLine(kProgram, "a log is required");
-  }
-  return std::nullopt;
-}
-
 void WritePage(std::ostream& stream, const lumo::Page& page) {
   stream << lumo::kPageBeforeTitle << lumo::MakeTitle(page)
          << lumo::kPageBeforeHeading;
-  lumo::WriteLogs(stream, page);
-  if (!page.graphs.empty()) {
-    lumo::WriteOverview(stream, page);
-  }
+  lumo::WriteHeading(stream, page);
+  lumo::WriteOverview(stream, page);
   stream << lumo::kPageBeforeTables;
   lumo::WriteSections(stream, page);
   stream << lumo::kPageBeforeData;
@@ -80,46 +52,52 @@ void WritePage(std::ostream& stream, const lumo::Page& page) {
 int main(int argc, char** argv) {
   lumo::PrepareProcess();
 
-  Options options;
-  if (const std::optional<int> status = ParseOptions(argc, argv, &options)) {
+  std::int32_t num_warmup = 1;
+  bool ignore_node_ids = false;
+  std::string output;
+  std::vector<std::string> paths;
+  if (const auto status =
+          lumo::ParseCommandLine(kProgram, argc, argv,
+                                 {{"num_warmup", &num_warmup},
+                                  {"ignore_node_ids", &ignore_node_ids},
+                                  {"output", &output}},
+                                 2, &paths)) {
     return *status;
+  }
+  if (paths.empty() || std::ranges::count(paths, "") > 0) {
+    return lumo::RejectCommandLine(kProgram, "a log is required");
   }
   std::string error;
   lumo::Names names;
-  std::vector<lumo::PageLogs> logs(options.paths.size());
+  std::vector<std::vector<lumo::LogFacts>> facts(paths.size());
   const auto sides = lumo::ReadSides(
-      options.paths, options.num_warmup, &names,
-      [&logs](std::size_t side, const lumo::InputLog& log,
-              std::vector<lumo::RunSeries> all_runs) {
-        lumo::AddPageLog(log, std::move(all_runs), &logs[side]);
+      paths, num_warmup, &names,
+      [&facts](std::size_t side, const lumo::InputLog& log) {
+        facts[side].push_back(lumo::ReadFacts(log));
       },
       &error);
   if (!sides) {
     return lumo::Fail(kProgram, error);
   }
   std::optional<lumo::Comparison> comparison;
+  std::vector<std::string> notes;
   if (sides->size() == 2) {
-    comparison = lumo::CompareSides(sides->front(), sides->back(),
-                                    lumo::kDefaultConfidence,
-                                    options.ignore_node_ids, &error);
+    comparison =
+        lumo::CompareSides(sides->front(), sides->back(),
+                           lumo::kDefaultConfidence, ignore_node_ids, &error);
     if (!comparison) {
       return lumo::Fail(kProgram, error);
     }
+    notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
+                            num_warmup, ignore_node_ids);
   }
   lumo::Page page = lumo::MakePage(
-      *sides, logs, comparison ? &*comparison : nullptr, options.num_warmup);
+      *sides, facts, comparison ? &*comparison : nullptr, num_warmup);
+  page.notes = std::move(notes);
   if (error = lumo::ExplainSize(page); !error.empty()) {
     return lumo::Fail(kProgram, error);
   }
-  if (comparison) {
-    page.notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
-                                 options.num_warmup, options.ignore_node_ids);
-  }
-  std::vector<std::string> paths;
-  for (const lumo::Side& side : *sides) {
-    paths.insert(paths.end(), side.logs.begin(), side.logs.end());
-  }
   return lumo::WriteOutput(
-      kProgram, options.output, paths, "page",
+      kProgram, output, lumo::AllLogs(*sides), "page",
       [&page](std::ostream& stream) { WritePage(stream, page); });
 }

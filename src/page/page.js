@@ -3,8 +3,8 @@
 "use strict";
 
 (() => {
-  // The number of rows that a table shows at first, and the maximum number of
-  // points of a side in the chart. With more, browsers become slow.
+  // The number of rows that a table shows at first, and the most points of a
+  // side in the chart or sub-events. With more, browsers become slow.
   const FIRST_ROWS = 100;
   const MAX_POINTS = 1000;
 
@@ -442,18 +442,18 @@
     });
   }
 
-  function showParts({unit: ownUnit, parts = [], is_cut: isCut}) {
+  function showParts({unit: ownUnit, parts}) {
     byId("parts").hidden = parts.length === 0;
     byId("parts").replaceChildren(makeRow(["Sub-events"],
         sideNames.flatMap((name) => [name || "Mean", "Share"]), "th"));
-    for (const [depth, name, unit, ...sides] of parts) {
+    for (const [depth, name, unit, ...sides] of parts.slice(0, MAX_POINTS)) {
       const texts = sides.flatMap((side) => side === null ? ["", ""]
           : [side[0] + (unit === ownUnit ? "" : ` ${unit}`), side[1]]);
       byId("parts").append(makeRow(
           ["\u2003".repeat(depth), makeElement("bdi", "", name)], texts));
     }
     byId("parts-note").textContent = parts.length === 0 ? "No sub-events."
-        : isCut ? `These are the first ${parts.length}.` : "";
+        : parts.length > MAX_POINTS ? `These are the first ${MAX_POINTS}.` : "";
   }
 
   // Shows the chosen row.

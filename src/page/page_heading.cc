@@ -6,185 +6,173 @@
 #include <string_view>
 #include <vector>
 
-#include "page/display_text.h"
+#include <flatbuffers/flatbuffers.h>
+
+#include "page/page_text.h"
 #include "text/figure_text.h"
 
 namespace lumo {
 namespace {
 
-constexpr std::string_view kSides[] = {"Before", "After"};
+enum Fact { kDate = 1, kProfilerApi, kBackend = 5, kExecuteRuns };
+constexpr const char* kHeadings[] = {
+    "Log",     "Date",         "Profiler API", "ORX API", "ORX delegate API",
+    "Backend", "Execute runs", "Finalize runs"};
 
-// The squares have the colors of the sides in the chart.
-std::string SideHeading(const Page& page, std::size_t side) {
-  constexpr const char* kKeys[] = {"<span class=\"key before\"></span>",
-                                   "<span class=\"key after\"></span>"};
-  return page.sides.size() == 1 ? ""
-                                : kKeys[side] + std::string(kSides[side]) + ' ';
+// A line for each log of a side, or a single one if they are equal.
+using Lines = std::vector<std::string>;
+
+// Of each fact on each side.
+using Facts = std::vector<std::vector<Lines>>;
+
+// Returns whether all lines, or all lists of lines, are equal.
+bool AreEqual(const auto& all) {
+  return std::ranges::count(all, all.front()) == std::ssize(all);
+}
+
+// "ORX_BACKEND_ID_GPU", or "graph 0: ORX_BACKEND_ID_GPU; graph 1: 9" if graphs
+// have different backends. A backend without a name is a number.
+std::string BackendsText(const MessageGroups& groups) {
+  std::vector<Lines> graphs(static_cast<std::size_t>(groups.graph_count));
+  for (std::int32_t i = 0; i < groups.execute_runs.end; ++i) {
+    const ProfilingMessage& message = MessageAt(*groups.messages, i);
+    const BackendId backend = message.delegate_type();
+    std::string name = EnumNameBackendId(backend);
+    if (name.empty()) {
+      name = std::to_string(static_cast<std::uint32_t>(backend));
+    }
+    Lines& known = graphs[*GraphOf(message, groups.graph_count)];
+    if (std::ranges::find(known, name) == known.end()) {
+      known.push_back(name);
+    }
+  }
+  if (AreEqual(graphs)) {
+    return Join(graphs.front(), ", ");
+  }
+  Lines texts;
+  for (std::size_t i = 0; i < graphs.size(); ++i) {
+    texts.push_back("graph " + std::to_string(i) + ": " +
+                    Join(graphs[i], ", "));
+  }
+  return Join(texts, "; ");
 }
 
 // "60 runs of each graph", or "10 to 60 runs of each graph".
-std::string RunCountsText(const Side& side, RunKind kind) {
-  std::vector<std::int64_t> counts;
-  for (const auto& [key, runs] : side.runs) {
-    if (key.first == kind) {
-      counts.push_back(runs.run_count);
+std::string RunsText(const MessageGroups& groups, RunKind kind) {
+  const std::vector<std::int32_t> counts = CountRuns(groups, kind);
+  const auto [least, most] = std::ranges::minmax(counts);
+  return (least == most ? "" : std::to_string(least) + " to ") +
+         CountText(most, "run") + (counts.size() == 1 ? "" : " of each graph");
+}
+
+Facts ListFacts(const Page& page) {
+  Facts facts(std::size(kHeadings));
+  for (const std::vector<LogFacts>& logs : page.facts) {
+    for (std::size_t fact = 0; fact < facts.size(); ++fact) {
+      Lines& lines = facts[fact].emplace_back();
+      for (const LogFacts& log : logs) {
+        lines.push_back(log.lines[fact]);
+      }
+      lines.resize(AreEqual(lines) ? 1 : lines.size());
     }
   }
-  if (counts.empty()) {
-    return "0 runs";
-  }
-  const auto [least, most] = std::minmax_element(counts.begin(), counts.end());
-  return (*least == *most ? "" : std::to_string(*least) + " to ") +
-         CountText(*most, "run") + (counts.size() == 1 ? "" : " of each graph");
+  return facts;
 }
 
-// Returns the results of `text` for the logs of a side: one if they are equal,
-// otherwise a line for each log.
-template <typename Function>
-std::string JoinTexts(const std::vector<LogFacts>& facts, Function text) {
-  std::string all = text(facts.front());
-  bool is_equal = true;
-  for (const LogFacts& log : facts) {
-    is_equal &= text(log) == text(facts.front());
-  }
-  for (std::size_t i = 1; !is_equal && i < facts.size(); ++i) {
-    all += "<br>" + text(facts[i]);
-  }
-  return all;
+// Returns whether a fact is the same for all logs of the page.
+bool IsSame(const std::vector<Lines>& sides) {
+  return sides.front().size() == 1 && AreEqual(sides);
 }
 
-std::string DateHtml(const LogFacts& log) { return TextHtml(log.date); }
-std::string BackendsHtml(const LogFacts& log) {
-  return EscapeHtml(log.backends);
-}
-std::string VersionsHtml(const LogFacts& log) {
-  return TextHtml(log.profiler_api) + ", " + TextHtml(log.orx_api) + ", " +
-         TextHtml(log.delegate_api);
-}
-
-// Returns whether `text` is the same for all logs of the page.
-bool AreEqual(const Page& page, std::string (*text)(const LogFacts&)) {
-  const std::string first = text(page.logs.front().facts.front());
-  return std::all_of(
-      page.logs.begin(), page.logs.end(), [&](const PageLogs& logs) {
-        return std::all_of(
-            logs.facts.begin(), logs.facts.end(),
-            [&](const LogFacts& log) { return text(log) == first; });
-      });
-}
-
-// Returns whether the sides have equal numbers of runs.
-bool HaveEqualRuns(const Page& page) {
-  return RunCountsText(page.sides.front(), RunKind::kExecute) ==
-         RunCountsText(page.sides.back(), RunKind::kExecute);
-}
-
-// "2026-03-04 11:02:45, 60 runs of each graph", or "5 logs, 2026-03-04 11:02:45
-// to 2026-03-08 11:02:45, 300 runs of each graph".
-std::string DescribeSide(const Page& page, std::size_t i) {
-  const std::vector<LogFacts>& facts = page.logs[i].facts;
-  std::string text = "<span class=\"log\">" + SideHeading(page, i);
-  if (facts.size() > 1) {
-    text += CountText(std::ssize(facts), "log") + ", ";
-  }
-  text += "<b>" + DateHtml(facts.front()) + "</b>";
-  if (facts.size() > 1) {
-    text += " to <b>" + DateHtml(facts.back()) + "</b>";
-  }
-  if (!HaveEqualRuns(page)) {
-    text += ", <b>" + RunCountsText(page.sides[i], RunKind::kExecute) + "</b>";
-  }
-  return text + "</span>\n";
-}
-
-// What is equal in all logs, and what is not.
-std::string DescribeAll(const Page& page) {
-  const bool has_several =
-      page.sides.size() + page.logs.front().facts.size() > 2;
-  std::string text = "<span class=\"log\">";
-  text += page.sides.size() == 2 ? "both: " : "";
-  if (HaveEqualRuns(page)) {
-    text += "<b>" + RunCountsText(page.sides[0], RunKind::kExecute) + "</b>, ";
+// Writes the line about the logs, such as "2026-03-04 11:02:45" or "5 logs,
+// 2026-03-04 11:02:45 to 2026-03-08 11:02:45" for each side, and what is equal
+// in all logs.
+void WriteSummary(std::ostream& stream, const Page& page, const Facts& facts) {
+  const bool is_compared = page.sides.size() == 2;
+  const std::vector<Lines>& runs = facts[kExecuteRuns];
+  for (std::size_t i = 0; i < page.sides.size(); ++i) {
+    const Lines& dates = facts[kDate][i];
+    const std::size_t count = page.facts[i].size();
+    stream << "<span class=\"log\">"
+           << (is_compared ? kSideHeadings[i] + std::string(" ") : "")
+           << (count > 1 ? std::to_string(count) + " logs, " : "") << "<b>"
+           << dates.front() << "</b>"
+           << (dates.size() > 1 ? " to <b>" + dates.back() + "</b>" : "");
+    if (!IsSame(runs)) {
+      stream << ", <b>"
+             << (runs[i].size() == 1 ? runs[i].front()
+                                     : "different numbers of runs")
+             << "</b>";
+    }
+    stream << "</span>\n";
   }
   constexpr std::size_t kLongest = 100;
-  const std::string backends = BackendsHtml(page.logs.front().facts.front());
-  text += !AreEqual(page, BackendsHtml) ? "<b>backends differ</b>"
-          : backends.size() <= kLongest ? backends
-                                        : "several backends";
-  text += ", warm-up " + CountText(page.num_warmup, "run");
-  if (has_several) {
-    text += AreEqual(page, VersionsHtml) ? ", same versions"
-                                         : ", <b>versions differ</b>";
+  const std::vector<Lines>& backends = facts[kBackend];
+  stream << "<span class=\"log\">" << (is_compared ? "both: " : "");
+  if (IsSame(runs)) {
+    stream << "<b>" << runs[0].front()
+           << (page.sample == Sample::kRuns ? "</b>, " : "</b> in each log, ");
   }
-  return text + "</span>\n";
+  stream << (!IsSame(backends)                        ? "<b>backends differ</b>"
+             : backends[0].front().size() <= kLongest ? backends[0].front()
+                                                      : "several backends")
+         << ", warm-up " << CountText(page.num_warmup, "run");
+  if (AllLogs(page.sides).size() > 1) {
+    stream << (std::all_of(&facts[kProfilerApi], &facts[kBackend], IsSame)
+                   ? ", same versions"
+                   : ", <b>versions differ</b>");
+  }
+  stream << "</span>\n<span class=\"all\">all</span>";
 }
 
-// Writes a row of the list of all, with the result of `text` for each side.
-template <typename Function>
-void WriteLogRow(std::ostream& stream, const Page& page, const char* heading,
-                 Function text) {
-  stream << "<tr><th scope=\"row\">" << heading << "</th>";
-  for (std::size_t i = 0; i < page.sides.size(); ++i) {
-    stream << "<td>" << text(i) << "</td>";
+// Returns the paths of the sides as this kind of text.
+std::string PathsText(const Page& page, std::string (*text)(std::string_view)) {
+  Lines paths;
+  for (const Side& side : page.sides) {
+    paths.push_back(text(side.path));
   }
-  stream << "</tr>\n";
+  return Join(paths, " → ");
 }
 
 }  // namespace
 
-std::string MakeTitle(const Page& page) {
-  std::string title;
-  for (const Side& side : page.sides) {
-    title +=
-        (title.empty() ? "" : " → ") + NotedText(MakeDisplayText(side.path));
-  }
-  return EscapeHtml(title);
+LogFacts ReadFacts(const InputLog& log) {
+  const ProfilingLog& root = *log.log.root;
+  const auto text = [](const flatbuffers::String* field) {
+    return TextHtml(flatbuffers::GetStringView(field));
+  };
+  return {log.log.bytes.size(),
+          PlainText(flatbuffers::GetStringView(root.log_date())),
+          {TextHtml(log.log.path), text(root.log_date()),
+           text(root.profiler_api_version()), text(root.orx_api_version()),
+           text(root.orx_delegate_api_version()), BackendsText(log.groups),
+           RunsText(log.groups, RunKind::kExecute),
+           RunsText(log.groups, RunKind::kFinalize)}};
 }
 
-void WriteLogs(std::ostream& stream, const Page& page) {
-  stream << "<h1>";
-  for (std::size_t i = 0; i < page.sides.size(); ++i) {
-    stream << (i == 0 ? "" : " → ")
-           << TextHtml(MakeDisplayText(page.sides[i].path));
-  }
-  stream << "</h1>\n<details class=\"logs\"><summary>";
-  for (std::size_t i = 0; i < page.sides.size(); ++i) {
-    stream << DescribeSide(page, i);
-  }
-  stream << DescribeAll(page) << "<span class=\"all\">all</span></summary>\n"
-         << "<table>\n";
+std::string MakeTitle(const Page& page) {
+  return EscapeHtml(PathsText(page, PlainText));
+}
+
+void WriteHeading(std::ostream& stream, const Page& page) {
+  const Facts facts = ListFacts(page);
+  stream << "<h1>" << PathsText(page, TextHtml)
+         << "</h1>\n<details class=\"logs\"><summary>";
+  WriteSummary(stream, page, facts);
+  stream << "</summary>\n<table>\n";
   if (page.sides.size() == 2) {
-    stream << "<thead><tr><td></td><th scope=\"col\">" << SideHeading(page, 0)
-           << "</th><th scope=\"col\">" << SideHeading(page, 1)
+    stream << "<thead><tr><td></td><th scope=\"col\">" << kSideHeadings[0]
+           << "</th><th scope=\"col\">" << kSideHeadings[1]
            << "</th></tr></thead>\n";
   }
   stream << "<tbody>\n";
-  const auto write_facts = [&](const char* heading, auto text) {
-    WriteLogRow(stream, page, heading, [&](std::size_t i) {
-      return JoinTexts(page.logs[i].facts, text);
-    });
-  };
-  WriteLogRow(stream, page, "Log", [&page](std::size_t i) {
-    std::string paths;
-    for (const std::string& path : page.sides[i].logs) {
-      paths += (paths.empty() ? "" : "<br>") + TextHtml(MakeDisplayText(path));
+  for (std::size_t fact = 0; fact < facts.size(); ++fact) {
+    stream << "<tr><th scope=\"row\">" << kHeadings[fact] << "</th>";
+    for (const Lines& lines : facts[fact]) {
+      stream << "<td>" << Join(lines, "<br>") << "</td>";
     }
-    return paths;
-  });
-  write_facts("Date", DateHtml);
-  write_facts("Profiler API",
-              [](const LogFacts& log) { return TextHtml(log.profiler_api); });
-  write_facts("ORX API",
-              [](const LogFacts& log) { return TextHtml(log.orx_api); });
-  write_facts("ORX delegate API",
-              [](const LogFacts& log) { return TextHtml(log.delegate_api); });
-  write_facts("Backend", BackendsHtml);
-  WriteLogRow(stream, page, "Execute runs", [&page](std::size_t i) {
-    return RunCountsText(page.sides[i], RunKind::kExecute);
-  });
-  WriteLogRow(stream, page, "Finalize runs", [&page](std::size_t i) {
-    return RunCountsText(page.sides[i], RunKind::kFinalize);
-  });
+    stream << "</tr>\n";
+  }
   stream << "</tbody></table></details>\n";
 }
 

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "model/event_fields.h"
-#include "page/display_text.h"
-#include "page/figure_html.h"
+#include "page/page_text.h"
 #include "page/row_data.h"
 #include "text/escape.h"
 #include "text/figure_text.h"
@@ -21,172 +19,137 @@ namespace {
 // A piece of a strip.
 struct Piece {
   double mean;
-  // As text, not HTML.
-  std::string name;
+  std::string_view name;
   std::string css_class;
-  // The row that it is a link to. Null for what is not measured.
+  // The row that it leads to.
   const Row* row;
   // How many operations it stands for.
-  std::size_t count = 1;
+  std::int64_t count = 1;
 };
 
 // The strip of a side.
-struct Strip {
-  double sum = 0.0;
-  std::vector<Piece> pieces;
-};
+using Strip = std::vector<Piece>;
 
-// Returns the shown text of a name, shortened.
-std::string PieceName(std::string_view name) {
-  return NotedText(MakeDisplayText(name.substr(0, TruncatedSize(name, 100))));
+double SumOf(const Strip& strip) {
+  return std::accumulate(
+      strip.begin(), strip.end(), 0.0,
+      [](double sum, const Piece& piece) { return sum + piece.mean; });
+}
+
+// The sub-events of a whole run in its unit on a side, and the rest of its
+// time.
+Strip SplitWholeRun(const Row& row, const RowSide& side, Sample sample) {
+  Strip strip;
+  for (std::size_t i = 0; side.figures.n > 0 && i < side.series->parts.size();
+       ++i) {
+    const SideSeries& part = side.runs->series[side.series->parts[i]];
+    const Figures figures = SampleFigures(&part, sample);
+    if (part.unit == row.series->unit && figures.n > 0) {
+      strip.push_back({figures.mean, ShortName(part.name, side.series->name),
+                       "sub-event", &row});
+    }
+  }
+  const double rest = side.figures.mean - SumOf(strip);
+  if (!strip.empty() && rest > 0.0) {
+    strip.push_back({rest, "not measured", "rest", &row});
+  }
+  return strip;
+}
+
+// The operations in this unit on a side in the order of execution, which is
+// that of their series in memory. Narrow neighbors become one piece: they
+// cannot be told apart, and a browser needs long for thousands of pieces. It
+// leads to the one that comes first in the table.
+Strip ListOperations(const Table& table, std::string_view unit, std::size_t i) {
+  std::vector<const Row*> rows;
+  for (const Row& row : table.rows) {
+    if (row.series->unit == unit && row.sides[i].figures.n > 0) {
+      rows.push_back(&row);
+    }
+  }
+  std::ranges::sort(rows, {},
+                    [i](const Row* row) { return row->sides[i].series; });
+  const double narrow = table.units.at(unit).sums[i] / 1000;
+  Strip strip;
+  for (const Row* const row : rows) {
+    const auto& [series, runs, figures] = row->sides[i];
+    Piece piece = {figures.mean, series->name.substr(NodeIdSize(*series)),
+                   row->pair == nullptr ? "operation" : row->verdict, row};
+    if (!strip.empty() && piece.mean < narrow && strip.back().mean < narrow) {
+      const Piece last = strip.back();
+      strip.pop_back();
+      const double mean = last.mean + piece.mean;
+      piece = last.row->number < row->number ? last : piece;
+      piece.mean = mean;
+      piece.count = last.count + 1;
+    }
+    strip.push_back(piece);
+  }
+  return strip;
 }
 
 void WriteStrip(std::ostream& stream, const Strip& strip, double scale,
-                std::string_view unit, std::string_view side) {
-  stream << "<div class=\"strip\"><span class=\"quiet\">" << side
-         << "</span><svg aria-hidden=\"true\">";
+                std::string_view unit) {
+  const double sum = SumOf(strip);
   double left = 0.0;
-  for (const Piece& piece : strip.pieces) {
-    const double width = 100.0 * piece.mean / scale;
+  for (const auto& [mean, whole_name, css_class, row, count] : strip) {
+    const double width = 100.0 * mean / scale;
     const std::string name = EscapeHtml(
-        piece.count == 1
-            ? piece.name
-            : CountText(static_cast<std::int64_t>(piece.count), "operation") +
-                  ", the largest is " + piece.name);
-    if (piece.row != nullptr) {
-      stream << "<a href=\"#row-" << piece.row->number << "\" tabindex=\"-1\">";
-    }
-    stream << "<svg class=\"" << piece.css_class << "\" x=\"" << FixedText(left)
-           << "%\" width=\"" << FixedText(width) << "%\"><title>" << name
-           << ": " << NumberText(piece.mean) << ' ' << unit << ", "
-           << PercentText(PercentOf(piece.mean, strip.sum))
+        PlainText(whole_name.substr(0, TruncatedSize(whole_name, 100))));
+    stream << "<a href=\"#row-" << row->number
+           << "\" tabindex=\"-1\"><svg class=\"" << css_class << "\" x=\""
+           << FixedText(left) << "%\" width=\"" << FixedText(width)
+           << "%\"><title>"
+           << (count == 1 ? "" : CountText(count, "operation") + ", such as ")
+           << name << ": " << NumberText(mean) << ' ' << unit << ", "
+           << PercentText(PercentOf(mean, sum))
            << "</title><rect width=\"100%\" height=\"100%\"/>";
     // A character is about 0.6 percent wide.
-    if (width > 1.0 + 0.6 * static_cast<double>(piece.name.size())) {
-      stream << "<text x=\"6\" y=\"1.1em\">" << EscapeHtml(piece.name)
-             << "</text>";
+    if (width > 1.0 + 0.6 * static_cast<double>(name.size())) {
+      stream << "<text x=\"6\" y=\"1.1em\">" << name << "</text>";
     }
-    stream << "</svg>" << (piece.row != nullptr ? "</a>" : "");
+    stream << "</svg></a>";
     left += width;
   }
-  stream << "</svg></div>\n";
 }
 
-// Writes the strips of all sides.
+// Writes the strips of all sides, to the same scale.
 void WriteStripsOf(std::ostream& stream, const std::vector<Strip>& strips,
-                   std::string_view heading, std::string_view unit) {
-  const auto longest = std::max_element(
-      strips.begin(), strips.end(),
-      [](const Strip& a, const Strip& b) { return a.sum < b.sum; });
-  if (longest->sum == 0.0) {
+                   const std::string& heading, std::string_view unit) {
+  double scale = 0.0;
+  for (const Strip& strip : strips) {
+    scale = std::max(scale, SumOf(strip));
+  }
+  if (scale == 0.0) {
     return;
   }
-  constexpr std::string_view kSides[] = {"Before", "After"};
-  stream << "<p class=\"strip-heading\">" << heading << "</p>\n";
+  stream << "<p class=\"strip-heading\">" << heading
+         << (unit.empty() ? "" : ", ") << unit << "</p>\n";
   for (std::size_t i = 0; i < strips.size(); ++i) {
-    WriteStrip(stream, strips[i], longest->sum, unit,
-               strips.size() == 1 ? "" : kSides[i]);
+    stream << "<div class=\"strip\"><span class=\"quiet\">"
+           << (strips.size() == 1 ? "" : kSideNames[i])
+           << "</span><svg aria-hidden=\"true\">";
+    WriteStrip(stream, strips[i], scale, unit);
+    stream << "</svg></div>\n";
   }
-}
-
-// The sub-events of the whole run in us on a side, and the rest of its time.
-Strip SplitWholeRun(const Page& page, const Graph& graph, std::size_t i) {
-  Strip strip;
-  const Row& row = *graph.whole_run;
-  const auto& [series, figures, share] = row.sides[i];
-  if (series == nullptr || figures.n == 0 ||
-      graph.whole_run_kind != RunKind::kExecute) {
-    return strip;
-  }
-  const std::span<const SideSeries> all =
-      AllSeries(FindRuns(page.sides[i], RunKind::kExecute, graph.number));
-  for (const std::size_t part : series->parts) {
-    const SideSeries& sub_event = all[part];
-    const Figures mean = SampleFigures(&sub_event, page.sample);
-    if (sub_event.unit == series->unit && mean.n > 0) {
-      strip.sum += mean.mean;
-      strip.pieces.push_back(
-          {mean.mean, PieceName(ShortName(sub_event.name, series->name)),
-           "sub-event", &row});
-    }
-  }
-  if (!strip.pieces.empty() && figures.mean > strip.sum) {
-    strip.pieces.push_back(
-        {figures.mean - strip.sum, "not measured", "rest", nullptr});
-    strip.sum = figures.mean;
-  }
-  return strip;
-}
-
-// Adds an operation to the strip. Narrow neighbors become one piece: they
-// cannot be told apart, and a browser needs long for thousands of pieces.
-void AddOperation(const Piece& piece, double narrow, Strip* strip) {
-  const bool joins = !strip->pieces.empty() && piece.mean < narrow &&
-                     strip->pieces.back().mean < narrow;
-  if (!joins) {
-    strip->pieces.push_back(piece);
-    return;
-  }
-  Piece& last = strip->pieces.back();
-  const bool is_changed =
-      last.row->pair != nullptr && IsDifferent(*last.row->pair);
-  if (!is_changed && SizeOf(*piece.row) > SizeOf(*last.row)) {
-    last.name = piece.name;
-    last.css_class = piece.css_class;
-    last.row = piece.row;
-  }
-  last.mean += piece.mean;
-  ++last.count;
-}
-
-// The operations in this unit on a side, in the order of execution.
-Strip ListOperations(const Page& page, const Graph& graph,
-                     std::string_view unit, double sum, std::size_t i) {
-  Strip strip = {sum, {}};
-  for (const SideSeries& series :
-       AllSeries(FindRuns(page.sides[i], RunKind::kExecute, graph.number))) {
-    if (series.level != Level::kOperation || series.unit != unit) {
-      continue;
-    }
-    const Row& row = *graph.rows_of.at(&series);
-    if (row.sides[i].figures.n > 0) {
-      AddOperation(
-          {row.sides[i].figures.mean,
-           PieceName(BareName(series.name.substr(0, 200))),
-           row.pair != nullptr ? std::string(VerdictText(row.pair->verdict))
-                               : "operation",
-           &row},
-          sum / 1000, &strip);
-    }
-  }
-  return strip;
 }
 
 }  // namespace
 
 void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
+  const Row& run = *graph.whole_run;
   std::vector<Strip> strips;
-  for (std::size_t i = 0; i < page.sides.size(); ++i) {
-    strips.push_back(SplitWholeRun(page, graph, i));
+  for (const RowSide& side : run.sides) {
+    strips.push_back(SplitWholeRun(run, side, page.sample));
   }
-  const SideSeries& whole_run = SeriesOf(*graph.whole_run);
-  WriteStripsOf(stream, strips,
-                TextHtml(MakeDisplayText(whole_run.name)) + ", " +
-                    std::string(whole_run.unit) + ": its sub-events",
-                whole_run.unit);
-  const Table& operations = graph.tables.front();
-  if (operations.level != Level::kOperation) {
-    return;
-  }
-  for (const auto& [unit, rows] : operations.units) {
+  WriteStripsOf(stream, strips, "Sub-events of " + TextHtml(run.series->name),
+                run.series->unit);
+  for (const auto& [unit, rows] : graph.operations.units) {
     strips.clear();
     for (std::size_t i = 0; i < page.sides.size(); ++i) {
-      strips.push_back(ListOperations(page, graph, unit, rows.sums[i], i));
+      strips.push_back(ListOperations(graph.operations, unit, i));
     }
-    WriteStripsOf(stream, strips,
-                  "Operations in the order of execution" +
-                      (unit.empty() ? "" : ", " + std::string(unit)),
-                  unit);
+    WriteStripsOf(stream, strips, "Operations in the order of execution", unit);
   }
 }
 

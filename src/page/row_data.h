@@ -4,13 +4,13 @@
 #define LUMO_PAGE_ROW_DATA_H_
 
 #include <string>
+#include <string_view>
 
 #include "page/page_model.h"
 
 namespace lumo {
 
-// Returns the data of a row as JSON that can be placed inside a quoted
-// attribute, see QuoteJson(): an object with
+// Returns the data of a row, see EmbedJson(): an object with
 //
 // - "unit".
 // - "sides": for each side null, if it does not have the series, or an object
@@ -21,11 +21,10 @@ namespace lumo {
 //   exclude. On a page about logs it has "logs": the index, mean and deviation
 //   of each log with a value, the deviation null for a single value.
 // - "p" and "interval", the texts of the test, if they exist.
-// - "parts": [depth from 0, name, unit, texts...] for the first 1,000 parts, in
-//   their order. The texts are null, or the mean and its share of the series,
-//   for each side. "is_cut" if there are more.
-std::string RowJson(const Page& page, const Graph& graph, const Table& table,
-                    const Row& row);
+// - "parts": [depth from 0, name, unit, texts...] for each part, in their
+// order.
+//   The texts are null, or the mean and its share of the series, for each side.
+std::string RowJson(const Page& page, const Row& row);
 
 // Returns the name of a part without the name of the event above it, to which
 // writers usually append it.
