@@ -23,9 +23,9 @@ using Json = nlohmann::ordered_json;
 // Adds the fields of a side with one log.
 void AddRuns(const SideSeries& series, std::size_t n, Json* side) {
   (*side)["values"] = series.values;
-  std::vector<std::int32_t> all_runs(series.runs.size());
-  std::iota(all_runs.begin(), all_runs.end(), 0);
-  if (series.runs != all_runs) {
+  std::vector<std::int32_t> consecutive(series.runs.size());
+  std::iota(consecutive.begin(), consecutive.end(), 0);
+  if (series.runs != consecutive) {
     (*side)["runs"] = series.runs;
   }
   (*side)["excluded"] = series.values.size() - n;
@@ -92,12 +92,12 @@ std::string PartText(const RowSide& part) {
 }
 
 // Returns the parts directly below a series, those of different sides together
-// if they agree in short name, unit and ordinal.
+// if they agree in short name, unit and position among those.
 std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
                                             Sample sample) {
   using Name = std::pair<std::string_view, std::string_view>;
   std::vector<std::vector<RowSide>> parts;
-  std::map<std::pair<Name, int>, std::size_t> places;
+  std::map<std::pair<Name, int>, std::size_t> indices;
   for (std::size_t i = 0; i < above.size(); ++i) {
     const auto& [series, runs, figures] = above[i];
     if (series == nullptr) {
@@ -107,12 +107,12 @@ std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
     for (const std::size_t index : series->parts) {
       const SideSeries& part = runs->series[index];
       const Name name = {ShortName(part.name, series->name), part.unit};
-      const auto [place, is_new] =
-          places.try_emplace({name, counts[name]++}, parts.size());
+      const auto [entry, is_new] =
+          indices.try_emplace({name, counts[name]++}, parts.size());
       if (is_new) {
         parts.emplace_back(above.size());
       }
-      parts[place->second][i] = {&part, runs, SampleFigures(&part, sample)};
+      parts[entry->second][i] = {&part, runs, SampleFigures(&part, sample)};
     }
   }
   return parts;
