@@ -46,6 +46,7 @@ std::optional<std::vector<Side>> ReadSides(
     Side& side = sides.emplace_back();
     side.path = path;
     side.logs = std::move(*logs);
+    side.keeps_values = visit != nullptr;
   }
   progress.total = has_folder ? progress.total : 0;
   for (std::size_t i = 0; i < sides.size(); ++i) {

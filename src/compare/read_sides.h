@@ -20,8 +20,9 @@ namespace lumo {
 using LogVisitor = std::function<void(std::size_t side, const InputLog& log)>;
 
 // Returns a side for each of the paths: a log, or a folder that stands for the
-// logs of FindLogs(). Logs are read one after the other, with their parts if
-// there is a `visit`. Shows the progress on a terminal if a path is a folder.
+// logs of FindLogs(). Logs are read one after the other. If there is a `visit`,
+// parts are read, too, and sides with a single log keep their values. Shows the
+// progress on a terminal if a path is a folder.
 //
 // Returns nothing, with a message that names a path in `error`, if FindLogs()
 // or LoadInputLog() fails.

@@ -128,7 +128,8 @@ void AddLog(std::size_t log, std::vector<RunSeries> run_series,
         AddSlowStart(*start, &side->slow_starts);
       }
     }
-    for (std::size_t i = 0; i < indices.size() && side->logs.size() == 1; ++i) {
+    const bool keeps_values = side->keeps_values && side->logs.size() == 1;
+    for (std::size_t i = 0; i < indices.size() && keeps_values; ++i) {
       SideSeries& series = side_runs.series[indices[i]];
       if (series.level != Level::kPart) {
         series.values = std::move(runs.series[i].values);

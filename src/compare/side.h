@@ -50,8 +50,8 @@ struct SideSeries {
   std::vector<LogFigures> logs;
   // The indices, in SideRuns::series, of the parts directly below it.
   std::vector<std::size_t> parts;
-  // If the side has a single log: the values of an event or operation in it,
-  // and their runs, see Series. Otherwise empty.
+  // The values of an event or operation and their runs, see Series, if the side
+  // has a single log and keeps them. Otherwise empty.
   std::vector<std::uint64_t> values;
   std::vector<std::int32_t> runs;
 };
@@ -95,6 +95,8 @@ struct Side {
   // for.
   std::string path;
   std::vector<std::string> logs;
+  // See SideSeries::values.
+  bool keeps_values = true;
   // By kind and graph.
   std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs;
   // At most one for each log.
