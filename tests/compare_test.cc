@@ -20,10 +20,6 @@ namespace {
 
 using Values = std::vector<std::uint64_t>;
 
-Figures FiguresOf(const Values& values) {
-  return ComputeFigures(std::span<const std::uint64_t>(values));
-}
-
 // The expected values are the output of R 4.2 with 12 digits:
 //   t.test(c(...), c(...), var.equal = TRUE)$p.value  # Student
 //   t.test(c(...), c(...))$p.value                    # Welch
@@ -84,8 +80,8 @@ TEST(TestMeans, GivesThePValuesOfR) {
   for (const auto& test : kCases) {
     SCOPED_TRACE(testing::PrintToString(test.before) +
                  testing::PrintToString(test.after));
-    const Figures a = FiguresOf(test.before);
-    const Figures b = FiguresOf(test.after);
+    const Figures a = ComputeFigures(test.before);
+    const Figures b = ComputeFigures(test.after);
     const auto result = TestMeans(a, b, test.sample);
     const auto swapped = TestMeans(b, a, test.sample);
     ASSERT_EQ(result.has_value(), test.want != kNone);
@@ -128,8 +124,8 @@ TEST(Interval, HasTheBoundsOfR) {
   };
   for (const auto& test : kCases) {
     SCOPED_TRACE(testing::PrintToString(test.before));
-    const Figures a = FiguresOf(test.before);
-    const Figures b = FiguresOf(test.after);
+    const Figures a = ComputeFigures(test.before);
+    const Figures b = ComputeFigures(test.after);
     const auto result = TestMeans(a, b, test.sample);
     ASSERT_TRUE(result);
     const auto interval = ComputeInterval(a, b, *result, test.alpha);

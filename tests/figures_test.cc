@@ -21,10 +21,6 @@ namespace {
 
 using Values = std::vector<std::uint64_t>;
 
-Figures FiguresOf(const Values& values) {
-  return ComputeFigures(std::span<const std::uint64_t>(values));
-}
-
 // A sum in a double or in 64 bits would be wrong.
 TEST(Figures, AreExact) {
   constexpr std::uint64_t kMax = std::numeric_limits<std::uint64_t>::max();
@@ -45,7 +41,7 @@ TEST(Figures, AreExact) {
       {{k2To53 + 1, k2To53 + 3}, 9007199254740994.0, std::sqrt(8.0)},
   };
   for (const auto& test : kCases) {
-    const Figures figures = FiguresOf(test.values);
+    const Figures figures = ComputeFigures(test.values);
     SCOPED_TRACE(testing::PrintToString(test.values));
     EXPECT_EQ(figures.n, static_cast<std::int32_t>(test.values.size()));
     EXPECT_EQ(figures.mean, test.mean);

@@ -4,6 +4,7 @@
 
 #include "cli/progress.h"
 #include "input/find_logs.h"
+#include "model/log_series.h"
 
 namespace lumo {
 namespace {

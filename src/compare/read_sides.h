@@ -12,7 +12,6 @@
 
 #include "compare/side.h"
 #include "input/input_log.h"
-#include "model/log_series.h"
 
 namespace lumo {
 

@@ -55,6 +55,29 @@ void AppendNamed(const std::string& folder, std::vector<FoundLog>* found) {
   }
 }
 
+// The devices and inodes of the logs found so far.
+using Files = std::set<std::pair<dev_t, ino_t>>;
+
+// Sets the error of something with the name of a log, if it is none. Returns
+// false for a symbolic link to a folder and for another name of a log in
+// `files`, to which it adds the log.
+bool IsListed(FoundLog* log, Files* files) {
+  struct stat status = {};
+  if (!log->error.empty()) {
+    return true;
+  }
+  if (stat(log->path.c_str(), &status) != 0) {
+    log->error =
+        Printable(log->path) + ": cannot be opened: " + std::strerror(errno);
+    return true;
+  }
+  if (S_ISREG(status.st_mode)) {
+    return files->emplace(status.st_dev, status.st_ino).second;
+  }
+  log->error = Printable(log->path) + ": is not a regular file";
+  return !IsFolder(status);
+}
+
 }  // namespace
 
 std::vector<FoundLog> FindEachLog(const std::string& path) {
@@ -68,22 +91,9 @@ std::vector<FoundLog> FindEachLog(const std::string& path) {
       named.begin(), named.end(),
       [](const FoundLog& a, const FoundLog& b) { return a.path < b.path; });
   std::vector<FoundLog> found;
-  std::set<std::pair<dev_t, ino_t>> files;
+  Files files;
   for (FoundLog& log : named) {
-    const bool exists =
-        log.error.empty() && stat(log.path.c_str(), &status) == 0;
-    if (log.error.empty() && !exists) {
-      log.error =
-          Printable(log.path) + ": cannot be opened: " + std::strerror(errno);
-    } else if (exists && !IsFolder(status) && !S_ISREG(status.st_mode)) {
-      log.error = Printable(log.path) + ": is not a regular file";
-    }
-    // Symbolic links to folders are ignored, as are further names of a log.
-    const bool is_ignored =
-        exists && log.error.empty() &&
-        (IsFolder(status) ||
-         !files.emplace(status.st_dev, status.st_ino).second);
-    if (!is_ignored) {
+    if (IsListed(&log, &files)) {
       found.push_back(std::move(log));
     }
   }

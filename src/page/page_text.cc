@@ -104,10 +104,12 @@ std::string PercentText(std::optional<double> percent) {
   return percent ? FixedText(*percent, 1) + "%" : "";
 }
 
+std::string MinusText(std::string_view text) {
+  return Escape(text, "-", {"−"});
+}
+
 std::string ChangeHtml(std::optional<double> percent) {
-  return !percent
-             ? ""
-             : (*percent < 0 ? "−" : "+") + FixedText(std::abs(*percent)) + "%";
+  return percent ? MinusText(ChangeText(*percent)) : "";
 }
 
 }  // namespace lumo

@@ -58,7 +58,10 @@ std::string MeanHtml(const Figures& figures);
 // Returns "6.9%", or an empty text for nothing.
 std::string PercentText(std::optional<double> percent);
 
-// As ChangeText(), or an empty text for nothing.
+// Returns `text` with minus signs instead of hyphens.
+std::string MinusText(std::string_view text);
+
+// As MinusText() of ChangeText(), or an empty text for nothing.
 std::string ChangeHtml(std::optional<double> percent);
 
 }  // namespace lumo

@@ -11,6 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "compare/comparison_text.h"
 #include "model/event_fields.h"
 #include "page/page_text.h"
 #include "text/figure_text.h"
@@ -92,7 +93,8 @@ std::string PartText(const RowSide& part) {
 }
 
 // Returns the parts directly below a series, those of different sides together
-// if they agree in short name, unit and position among those.
+// if they agree in short name and unit, and in their position among the parts
+// of that name and unit.
 std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
                                             Sample sample) {
   using Name = std::pair<std::string_view, std::string_view>;
@@ -153,9 +155,7 @@ std::string RowJson(const Page& page, const Row& row) {
     json["p"] = SignificantText(*row.pair->p_adjusted, 2);
   }
   if (row.pair != nullptr && row.pair->interval) {
-    std::string low = ChangeHtml(row.pair->interval->low);
-    low.pop_back();  // the percent sign
-    json["interval"] = low + ".." + ChangeHtml(row.pair->interval->high);
+    json["interval"] = MinusText(IntervalText(*row.pair->interval));
   }
   json["parts"] = Json::array();
   AppendParts(row.sides, row, page.sample, 0, &json["parts"]);
