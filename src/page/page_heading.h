@@ -11,6 +11,7 @@
 
 namespace lumo {
 
+// Returns the facts of a log with an execute run.
 LogFacts ReadFacts(const InputLog& log);
 
 // Returns the page's title, as HTML: the paths of the sides.

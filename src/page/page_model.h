@@ -18,7 +18,7 @@ namespace lumo {
 
 // What a log says about itself.
 struct LogFacts {
-  // Of the log in bytes.
+  // The size of the log in bytes.
   std::uint64_t size;
   // See PlainText().
   std::string date;

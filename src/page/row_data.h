@@ -21,9 +21,8 @@ namespace lumo {
 //   exclude. On a page about logs it has "logs": the index, mean and deviation
 //   of each log with a value, the deviation null for a single value.
 // - "p" and "interval", the texts of the test, if they exist.
-// - "parts": [depth from 0, name, unit, texts...] for each part, in their
-// order.
-//   The texts are null, or the mean and its share of the series, for each side.
+// - "parts": [depth from 0, name, unit, texts...] for each part in order. For
+//   each side, the texts are null, or the mean and its share of the series.
 std::string RowJson(const Page& page, const Row& row);
 
 // Returns the name of a part without the name of the event above it, to which
