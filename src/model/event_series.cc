@@ -12,27 +12,15 @@ namespace {
 using flatbuffers::uoffset_t;
 using flatbuffers::VectorLength;
 
-EventKey KeyOf(const ProfilingEvent& event, std::int32_t position) {
-  return {position, flatbuffers::GetStringView(event.name())};
-}
-
 // Appends the event's value to its series, creating the series on first use.
-void AppendValue(const EventKey& key, const ProfilingEvent& event,
+void AppendValue(const ProfilingEvent& event, std::int32_t position,
                  EventSeriesMap* series) {
-  const auto [entry, is_new] = series->try_emplace(key);
+  const auto [entry, is_new] =
+      series->try_emplace({position, flatbuffers::GetStringView(event.name())});
   if (is_new) {
     entry->second.unit = UnitText(event.unit());
   }
   entry->second.values.push_back(static_cast<float>(event.value()));
-}
-
-void AppendEventValues(const ProfilingMessage& message,
-                       EventSeriesMap* series) {
-  const auto* const events = message.events();
-  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-    const ProfilingEvent& event = *events->Get(j);
-    AppendValue(KeyOf(event, static_cast<std::int32_t>(j)), event, series);
-  }
 }
 
 // Events in other units have no series, but count in the positions.
@@ -42,15 +30,24 @@ void AppendMicrosecondValues(const ProfilingMessage& message,
   for (uoffset_t j = 0; j < VectorLength(events); ++j) {
     const ProfilingEvent& event = *events->Get(j);
     if (event.unit() == ProfileEventUnit::ORX_PROFILE_EVENTUNIT_MICROSEC) {
-      AppendValue(KeyOf(event, static_cast<std::int32_t>(j)), event, series);
+      AppendValue(event, static_cast<std::int32_t>(j), series);
     }
   }
 }
 
 void AppendOperationValues(const ProfilingMessage& message,
                            EventSeriesMap* series) {
-  for (const Operation& operation : OperationsOf(message)) {
-    AppendValue(operation.key, *operation.event, series);
+  const auto* const events = message.events();
+  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
+    const auto* const sub_events = events->Get(j)->sub_events();
+    std::int32_t position = 0;
+    for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
+      const ProfilingEvent& event = *sub_events->Get(k);
+      if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
+        AppendValue(event, position, series);
+        ++position;
+      }
+    }
   }
 }
 
@@ -72,31 +69,9 @@ std::vector<EventSeriesMap> CollectSeries(
 
 }  // namespace
 
-std::vector<Operation> OperationsOf(const ProfilingMessage& message) {
-  std::vector<Operation> operations;
-  const auto* const events = message.events();
-  for (uoffset_t j = 0; j < VectorLength(events); ++j) {
-    const auto* const sub_events = events->Get(j)->sub_events();
-    std::int32_t position = 0;
-    for (uoffset_t k = 0; k < VectorLength(sub_events); ++k) {
-      const ProfilingEvent& event = *sub_events->Get(k);
-      if (event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE) {
-        operations.push_back({KeyOf(event, position), &event});
-        ++position;
-      }
-    }
-  }
-  return operations;
-}
-
 std::vector<EventSeriesMap> CollectEventSeries(const MessageGroups& groups,
                                                RunKind kind) {
   return CollectSeries(groups, kind, AppendMicrosecondValues);
-}
-
-std::vector<EventSeriesMap> CollectEventSeriesOfAllUnits(
-    const MessageGroups& groups, RunKind kind) {
-  return CollectSeries(groups, kind, AppendEventValues);
 }
 
 std::vector<EventSeriesMap> CollectNodeSeries(const MessageGroups& groups) {

@@ -36,16 +36,6 @@ struct EventSeries {
 // The series of one graph; empty for a graph that has none.
 using EventSeriesMap = std::map<EventKey, EventSeries>;
 
-// A node event directly under a top-level event of an execute message.
-struct Operation {
-  EventKey key;
-  // Points into the log.
-  const ProfilingEvent* event;
-};
-
-// Returns the operations of an execute message, in its order.
-std::vector<Operation> OperationsOf(const ProfilingMessage& message);
-
 // The functions below return `graph_count` elements; element g belongs to graph
 // g. An absent name counts as an empty one. Runs that belong to no graph, see
 // MessageGroups::graph_error, are ignored.
@@ -55,11 +45,8 @@ std::vector<Operation> OperationsOf(const ProfilingMessage& message);
 std::vector<EventSeriesMap> CollectEventSeries(const MessageGroups& groups,
                                                RunKind kind);
 
-// As CollectEventSeries(), but of the top-level events in every unit.
-std::vector<EventSeriesMap> CollectEventSeriesOfAllUnits(
-    const MessageGroups& groups, RunKind kind);
-
-// Returns the series of the operations, in any unit, over the execute runs.
+// Returns the series of the operations, in any unit: of the node events
+// directly under the top-level events of the execute runs.
 std::vector<EventSeriesMap> CollectNodeSeries(const MessageGroups& groups);
 
 }  // namespace lumo

@@ -27,21 +27,23 @@ struct Collector {
   // 0), its position and its name.
   using Key = std::tuple<Level, std::size_t, std::int32_t, Name>;
 
+  RunKind kind = RunKind::kExecute;
   bool with_parts = false;
   // How many runs there are, and how many have been added.
   std::int32_t total_runs = 0;
   std::int32_t run_count = 0;
   std::vector<Series> series = {};
   std::map<Key, std::size_t> indices = {};
-  // The series of the last run that had events: of the top-level events, and
-  // below each series. Runs are usually alike, so that most events are found
-  // here, without a search.
-  std::vector<std::size_t> last_events = {};
-  std::vector<std::vector<std::size_t>> last_below = {};
+  // The series of the last list of events that was not empty: of the top-level
+  // events, then of the events below each series. Runs are usually alike, so
+  // that most events are found here, without a search.
+  std::vector<std::vector<std::size_t>> last_lists = {{}};
 };
 
-// Returns the index of the series with this key, adding it if it is new.
-std::size_t FindOrAdd(const Collector::Key& key, std::size_t parent,
+// Returns the index of the series with this key, adding it, with this parent,
+// if it is new.
+std::size_t FindOrAdd(const Collector::Key& key,
+                      std::optional<std::size_t> parent,
                       const ProfilingEvent& event, Collector* collector) {
   const auto [entry, is_new] =
       collector->indices.try_emplace(key, collector->series.size());
@@ -53,18 +55,30 @@ std::size_t FindOrAdd(const Collector::Key& key, std::size_t parent,
     series.unit = UnitText(event.unit());
     series.type = event.type();
     series.position = position;
-    if (level != Level::kEvent) {
-      series.parent = parent;
-    }
+    series.parent = parent;
     // For most logs the only allocation. The limit is for logs in which each
     // run has other events.
     const auto runs =
         static_cast<std::size_t>(std::min(collector->total_runs, 8));
     series.values.reserve(runs);
     series.runs.reserve(level == Level::kPart ? 0 : runs);
-    collector->last_below.emplace_back();
+    collector->last_lists.emplace_back();
   }
   return entry->second;
+}
+
+// Returns the level of an event below `parent`; at the top level if there is no
+// parent.
+Level LevelOf(const ProfilingEvent& event, std::optional<std::size_t> parent,
+              const Collector& collector) {
+  if (!parent) {
+    return Level::kEvent;
+  }
+  const bool is_operation =
+      collector.kind == RunKind::kExecute &&
+      collector.series[*parent].level == Level::kEvent &&
+      event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE;
+  return is_operation ? Level::kOperation : Level::kPart;
 }
 
 // How often each name occurs among the first events of a list.
@@ -78,91 +92,59 @@ NameCounts CountNames(const EventVector& events, uoffset_t end) {
   return counts;
 }
 
-// Appends the values of the events below one event, which may be null.
-// `parent` is the series of that event. Only the events below a top-level event
-// of an execute run `may_be_operations`.
-void AddEventsBelow(const EventVector* events, std::size_t parent,
-                    bool may_be_operations, Collector* collector) {
+// Appends the values of the events of a run, which may be null, below `parent`;
+// of the top-level events if there is no parent.
+void AddEvents(const EventVector* events, std::optional<std::size_t> parent,
+               Collector* collector) {
   if (VectorLength(events) == 0) {
     return;
   }
-  // As long as the events agree with those of the last run, so do positions.
+  // As long as the events agree with those of the last list, so do positions.
   // The list is updated in place; it may move when series are added.
   const auto last = [collector, parent]() -> std::vector<std::size_t>& {
-    return collector->last_below[parent];
+    return collector->last_lists[parent ? *parent + 1 : 0];
   };
+  const bool may_be_parts = parent && collector->with_parts;
   std::size_t next = 0;  // in this list
   std::int32_t operations = 0;
   std::optional<NameCounts> counts;  // from the first difference on
   for (uoffset_t i = 0; i < VectorLength(events); ++i) {
     const ProfilingEvent& event = *events->Get(i);
-    const bool is_operation =
-        may_be_operations &&
-        event.type() == ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE;
-    if (!is_operation && !collector->with_parts) {
+    const Level level = LevelOf(event, parent, *collector);
+    if (level == Level::kPart && !may_be_parts) {
       continue;
     }
-    const Level level = is_operation ? Level::kOperation : Level::kPart;
     const Name name = NameOf(event);
     if (counts || next == last().size() ||
         collector->series[last()[next]].level != level ||
         Name{collector->series[last()[next]].name} != name) {
       if (!counts) {
-        counts = collector->with_parts ? CountNames(*events, i) : NameCounts();
+        counts = may_be_parts ? CountNames(*events, i) : NameCounts();
         last().resize(next);
       }
-      std::int32_t& count = (*counts)[name];
-      const std::int32_t position = is_operation ? operations : count;
-      ++count;
-      const std::size_t index =
-          FindOrAdd({level, is_operation ? 0 : parent, position, name}, parent,
-                    event, collector);
-      last().push_back(index);
+      const std::int32_t count = may_be_parts ? (*counts)[name]++ : 0;
+      const std::int32_t position = level == Level::kEvent
+                                        ? static_cast<std::int32_t>(i)
+                                    : level == Level::kOperation ? operations
+                                                                 : count;
+      const std::size_t part_of = level == Level::kPart ? *parent : 0;
+      const std::size_t found =
+          FindOrAdd({level, part_of, position, name}, parent, event, collector);
+      last().push_back(found);
     }
     const std::size_t index = last()[next];
     ++next;
-    operations += is_operation ? 1 : 0;
+    operations += level == Level::kOperation ? 1 : 0;
     collector->series[index].values.push_back(event.value());
-    if (is_operation) {
+    if (level != Level::kPart) {
       collector->series[index].runs.push_back(collector->run_count);
     }
-    if (collector->with_parts) {
-      AddEventsBelow(event.sub_events(), index, false, collector);
+    if (collector->with_parts ||
+        (level == Level::kEvent && collector->kind == RunKind::kExecute)) {
+      AddEvents(event.sub_events(), index, collector);
     }
   }
   last().resize(next);
-}
-
-// Appends the values of a run.
-void AddRun(const ProfilingMessage& message, RunKind kind,
-            Collector* collector) {
-  const auto* const events = message.events();
-  std::vector<std::size_t>& last = collector->last_events;
-  for (uoffset_t i = 0; i < VectorLength(events); ++i) {
-    const ProfilingEvent& event = *events->Get(i);
-    const Name name = NameOf(event);
-    if (i == last.size()) {
-      last.push_back(0);
-    }
-    std::size_t& index = last[i];
-    // A new entry of `last` is 0, which can also be the series of this name at
-    // position 0.
-    if (index >= collector->series.size() ||
-        collector->series[index].level != Level::kEvent ||
-        collector->series[index].position != static_cast<std::int32_t>(i) ||
-        Name{collector->series[index].name} != name) {
-      index = FindOrAdd({Level::kEvent, 0, static_cast<std::int32_t>(i), name},
-                        0, event, collector);
-    }
-    const std::size_t series = index;
-    collector->series[series].values.push_back(event.value());
-    collector->series[series].runs.push_back(collector->run_count);
-    if (kind == RunKind::kExecute || collector->with_parts) {
-      AddEventsBelow(event.sub_events(), series, kind == RunKind::kExecute,
-                     collector);
-    }
-  }
-  ++collector->run_count;
 }
 
 }  // namespace
@@ -185,13 +167,14 @@ std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
   for (const RunKind kind : {RunKind::kExecute, RunKind::kFinalize}) {
     std::vector<Collector> collectors;
     for (const std::int32_t runs : CountRuns(groups, kind)) {
-      collectors.push_back({with_parts, runs});
+      collectors.push_back({kind, with_parts, runs});
     }
     const MessageRange range = RunsOf(groups, kind);
     for (std::int32_t i = range.first; i < range.end; ++i) {
       const ProfilingMessage& message = MessageAt(*groups.messages, i);
       if (const auto graph = GraphOf(message, groups.graph_count)) {
-        AddRun(message, kind, &collectors[*graph]);
+        AddEvents(message.events(), std::nullopt, &collectors[*graph]);
+        ++collectors[*graph].run_count;
       }
     }
     std::int32_t graph = 0;
