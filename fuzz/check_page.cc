@@ -68,10 +68,11 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     Names names;
     Side side;
     side.path = "<path>&";
+    side.num_warmup = num_warmup;
     for (int i = 0; i < log_count; ++i) {
       side.logs.push_back(side.path);
       AddLog(static_cast<std::size_t>(i), CollectLogSeries(groups, true),
-             num_warmup, &names, &side);
+             &names, &side);
     }
     const auto count = static_cast<std::size_t>(side_count);
     const std::vector<Side> sides(count, side);
@@ -80,8 +81,8 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     std::string error;
     const auto comparison =
         CompareSides(sides.front(), sides.back(), 99, false, &error);
-    const Page page = MakePage(
-        sides, facts, side_count == 2 ? &*comparison : nullptr, num_warmup);
+    const Page page =
+        MakePage(sides, facts, side_count == 2 ? &*comparison : nullptr);
     std::ostringstream html;
     WriteHeading(html, page);
     WriteOverview(html, page);

@@ -14,10 +14,9 @@
 #include "cli/options.h"
 #include "cli/output.h"
 #include "compare/comparison.h"
-#include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
 #include "compare/gate.h"
-#include "compare/read_sides.h"
+#include "compare/side.h"
 
 namespace {
 
@@ -87,26 +86,6 @@ bool UseColor(const std::string& output) {
          (no_color == nullptr || *no_color == '\0');
 }
 
-// Writes the comparison. Returns the exit status.
-int Write(const Options& options, const std::vector<lumo::Side>& sides,
-          const lumo::Comparison& comparison) {
-  return lumo::WriteOutput(
-      kProgram, options.output, lumo::AllLogs(sides), "comparison",
-      [&](std::ostream& stream) {
-        if (options.csv) {
-          lumo::WriteComparisonRows(stream, comparison);
-          return;
-        }
-        const auto notes =
-            lumo::MakeNotes(sides[0], sides[1], comparison, options.num_warmup,
-                            options.ignore_node_ids);
-        lumo::WriteComparison(stream, comparison,
-                              {sides[0], sides[1], options.num_warmup,
-                               *options.confidence, notes},
-                              UseColor(options.output));
-      });
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -129,7 +108,15 @@ int main(int argc, char** argv) {
   if (!comparison) {
     return lumo::Fail(kProgram, error);
   }
-  const int status = Write(options, *sides, *comparison);
+  const int status = lumo::WriteOutput(
+      kProgram, options.output, lumo::AllLogs(*sides), "comparison",
+      [&](std::ostream& stream) {
+        if (options.csv) {
+          lumo::WriteComparisonRows(stream, *comparison);
+        } else {
+          lumo::WriteComparison(stream, *comparison, UseColor(options.output));
+        }
+      });
   if (status != 0 || !options.max_slowdown) {
     return status;
   }

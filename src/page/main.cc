@@ -6,15 +6,13 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/output.h"
 #include "compare/comparison.h"
-#include "compare/comparison_text.h"
-#include "compare/read_sides.h"
+#include "compare/side.h"
 #include "page/page_heading.h"
 #include "page/page_model.h"
 #include "page/page_sections.h"
@@ -80,7 +78,6 @@ int main(int argc, char** argv) {
     return lumo::Fail(kProgram, error);
   }
   std::optional<lumo::Comparison> comparison;
-  std::vector<std::string> notes;
   if (sides->size() == 2) {
     comparison =
         lumo::CompareSides(sides->front(), sides->back(),
@@ -88,12 +85,9 @@ int main(int argc, char** argv) {
     if (!comparison) {
       return lumo::Fail(kProgram, error);
     }
-    notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
-                            num_warmup, ignore_node_ids);
   }
-  lumo::Page page = lumo::MakePage(
-      *sides, facts, comparison ? &*comparison : nullptr, num_warmup);
-  page.notes = std::move(notes);
+  const lumo::Page page =
+      lumo::MakePage(*sides, facts, comparison ? &*comparison : nullptr);
   if (error = lumo::ExplainSize(page); !error.empty()) {
     return lumo::Fail(kProgram, error);
   }

@@ -116,7 +116,7 @@ void WriteSummary(std::ostream& stream, const Page& page, const Facts& facts) {
   stream << (!IsSame(backends)                        ? "<b>backends differ</b>"
              : backends[0].front().size() <= kLongest ? backends[0].front()
                                                       : "several backends")
-         << ", warm-up " << CountText(page.num_warmup, "run");
+         << ", warm-up " << CountText(page.sides.front().num_warmup, "run");
   if (AllLogs(page.sides).size() > 1) {
     stream << (std::all_of(&facts[kProfilerApi], &facts[kBackend], IsSame)
                    ? ", same versions"

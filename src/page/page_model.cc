@@ -12,10 +12,10 @@ namespace lumo {
 namespace {
 
 // Adds a row to its table.
-void AddRow(RunKind kind, std::vector<RowSide> sides, const SeriesPair* pair,
+void AddRow(RunKind kind, std::vector<PairSide> sides, const SeriesPair* pair,
             Graph* graph) {
-  const RowSide& first = sides.front();
-  const RowSide& last = sides.back();
+  const PairSide& first = sides.front();
+  const PairSide& last = sides.back();
   Row row = {};
   row.series = first.series != nullptr ? first.series : last.series;
   if (pair == nullptr) {
@@ -23,9 +23,6 @@ void AddRow(RunKind kind, std::vector<RowSide> sides, const SeriesPair* pair,
   } else {
     row.verdict = VerdictText(pair->verdict);
     row.size = std::abs(last.figures.mean - first.figures.mean);
-    if (first.figures.n > 0 && last.figures.n > 0) {
-      row.difference = last.figures.mean - first.figures.mean;
-    }
   }
   row.size = first.figures.n + last.figures.n > 0 ? row.size : -1.0;
   row.sides = std::move(sides);
@@ -41,8 +38,7 @@ void AddRow(RunKind kind, std::vector<RowSide> sides, const SeriesPair* pair,
 void FinishTable(std::size_t* row_count, Table* table) {
   std::ranges::stable_sort(table->rows, {}, [](const Row& row) {
     const bool is_first = row.pair == nullptr || IsDifferent(*row.pair);
-    const bool is_pair = row.sides.front().series != nullptr &&
-                         row.sides.back().series != nullptr;
+    const bool is_pair = row.pair != nullptr && IsOnBothSides(*row.pair);
     const bool has_order = row.series->level == Level::kEvent;
     return std::tuple(!is_first, is_pair, has_order ? 0.0 : -row.size);
   });
@@ -68,11 +64,8 @@ void FinishTable(std::size_t* row_count, Table* table) {
 // The order of a side is that of its series in memory.
 const Row* FindWholeRun(const std::vector<Row>& events) {
   return &*std::ranges::min_element(events, {}, [](const Row& row) {
-    const bool is_named =
-        row.series->unit == "us" &&
-        row.series->name.find(kExecuteText) != std::string_view::npos;
-    return std::tuple(!is_named, row.sides.front().series == nullptr,
-                      row.series);
+    return std::tuple(!IsRunTime(row.series->unit, row.series->name),
+                      row.sides.front().series == nullptr, row.series);
   });
 }
 
@@ -87,26 +80,24 @@ std::size_t NodeIdSize(const SideSeries& series) {
 
 Page MakePage(const std::vector<Side>& sides,
               const std::vector<std::vector<LogFacts>>& facts,
-              const Comparison* comparison, std::int32_t num_warmup) {
+              const Comparison* comparison) {
   const Sample sample =
       AllLogs(sides).size() == sides.size() ? Sample::kRuns : Sample::kLogs;
-  Page page = {sides, facts, comparison, num_warmup, sample, {}, 0, {}};
+  Page page = {sides, facts, comparison, sample, {}, 0};
   if (comparison == nullptr) {
     for (const auto& [key, runs] : sides.front().runs) {
       for (const SideSeries& series : runs.series) {
         if (series.level != Level::kPart) {
-          AddRow(key.first, {{&series, &runs, SampleFigures(&series, sample)}},
-                 nullptr, &page.graphs[key.second]);
+          AddRow(key.first, {MakePairSide(&series, runs, sample)}, nullptr,
+                 &page.graphs[key.second]);
         }
       }
     }
   } else {
     for (const Block& block : comparison->blocks) {
       for (const SeriesPair& pair : block.pairs) {
-        AddRow(block.kind,
-               {{pair.before, block.before, pair.figures_before},
-                {pair.after, block.after, pair.figures_after}},
-               &pair, &page.graphs[block.graph]);
+        AddRow(block.kind, {pair.before, pair.after}, &pair,
+               &page.graphs[block.graph]);
       }
     }
   }

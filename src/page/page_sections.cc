@@ -48,7 +48,7 @@ std::size_t AppendCounts(const std::vector<Row>& operations,
     const SeriesPair& pair = *row.pair;
     counts[0] += pair.verdict == Verdict::kHigher ? 1 : 0;
     counts[1] += pair.verdict == Verdict::kLower ? 1 : 0;
-    counts[2] += pair.before == nullptr || pair.after == nullptr ? 1 : 0;
+    counts[2] += IsOnBothSides(pair) ? 0 : 1;
     is_tested |= pair.p_adjusted.has_value();
   }
   for (std::size_t i = 0; i < std::size(counts); ++i) {
@@ -100,10 +100,10 @@ std::string SummaryText(const Page& page) {
   for (const Block& block : page.comparison->blocks) {
     for (const SeriesPair& pair : block.pairs) {
       if (pair.p_adjusted) {
-        return TotalsText(*page.comparison, kDefaultConfidence);
+        return TotalsText(*page.comparison);
       }
-      before = std::max(before, pair.figures_before.n);
-      after = std::max(after, pair.figures_after.n);
+      before = std::max(before, pair.before.figures.n);
+      after = std::max(after, pair.after.figures.n);
     }
   }
   const char* const noun = page.sample == Sample::kRuns ? "run" : "log";
@@ -150,8 +150,10 @@ void WriteSections(std::ostream& stream, const Page& page) {
                "Top-level events of the finalize runs");
     stream << "</div></div>\n</section>\n";
   }
-  for (const std::string& note : page.notes) {
-    stream << "<p class=\"note\">Note: " << EscapeHtml(note) << "</p>\n";
+  if (page.comparison != nullptr) {
+    for (const std::string& note : MakeNotes(*page.comparison)) {
+      stream << "<p class=\"note\">Note: " << EscapeHtml(note) << "</p>\n";
+    }
   }
 }
 

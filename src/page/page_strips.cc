@@ -38,12 +38,12 @@ double SumOf(const Strip& strip) {
 
 // The sub-events of a whole run in its unit on a side, and the rest of its
 // time.
-Strip SplitWholeRun(const Row& row, const RowSide& side, Sample sample) {
+Strip SplitWholeRun(const Row& row, const PairSide& side, Sample sample) {
   Strip strip;
   for (std::size_t i = 0; side.figures.n > 0 && i < side.series->parts.size();
        ++i) {
     const SideSeries& part = side.runs->series[side.series->parts[i]];
-    const Figures figures = SampleFigures(&part, sample);
+    const Figures figures = MakePairSide(&part, *side.runs, sample).figures;
     if (part.unit == row.series->unit && figures.n > 0) {
       strip.push_back({figures.mean, ShortName(part.name, side.series->name),
                        "sub-event", &row});
@@ -139,7 +139,7 @@ void WriteStripsOf(std::ostream& stream, const std::vector<Strip>& strips,
 void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
   const Row& run = *graph.whole_run;
   std::vector<Strip> strips;
-  for (const RowSide& side : run.sides) {
+  for (const PairSide& side : run.sides) {
     strips.push_back(SplitWholeRun(run, side, page.sample));
   }
   WriteStripsOf(stream, strips, "Sub-events of " + TextHtml(run.series->name),
