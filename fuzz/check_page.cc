@@ -14,10 +14,10 @@
 #include "compare/side.h"
 #include "input/input_log.h"
 #include "model/log_series.h"
-#include "page/page_heading.h"
+#include "page/page_data.h"
+#include "page/page_graphs.h"
 #include "page/page_model.h"
-#include "page/page_sections.h"
-#include "page/row_data.h"
+#include "page/page_overview.h"
 
 namespace lumo {
 namespace {
@@ -86,7 +86,7 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     std::ostringstream html;
     WriteHeading(html, page);
     WriteOverview(html, page);
-    WriteSections(html, page);
+    WriteGraphs(html, page);
     Check(IsOwnMarkup(html.str()));
     for (const auto& [number, graph] : page.graphs) {
       for (const Table* table :

@@ -20,9 +20,8 @@
 #include "log/log.h"
 #include "model/log_series.h"
 #include "model/message_groups.h"
-#include "page/page_heading.h"
+#include "page/page_graphs.h"
 #include "page/page_model.h"
-#include "page/page_sections.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -140,7 +139,7 @@ TEST(Limits, AFailedWriteEndsTheText) {
       {ReadFacts({std::move(log), groups})}};
   const Page page = MakePage(sides, facts, nullptr);
   EXPECT_NE(ExplainSize(page), "");
-  WriteSections(failed, page);
+  WriteGraphs(failed, page);
 #endif
   EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5) << "seconds";
 }

@@ -88,17 +88,6 @@ std::size_t NumberOf(std::string_view unit, std::string_view name,
   return numbers->try_emplace({unit, name}, numbers->size()).first->second;
 }
 
-std::vector<AlignedItem> ItemsOf(const SeriesList& operations, Numbers* groups,
-                                 Numbers* exacts) {
-  std::vector<AlignedItem> items;
-  items.reserve(operations.size());
-  for (const SideSeries* series : operations) {
-    items.push_back({NumberOf(series->unit, BareName(series->name), groups),
-                     NumberOf(series->unit, series->name, exacts)});
-  }
-  return items;
-}
-
 // The operations of both sides that are pairs, in both directions.
 using Counterparts = std::map<const SideSeries*, const SideSeries*>;
 
@@ -108,8 +97,15 @@ std::optional<Counterparts> PairOperations(const SideRuns& before,
   const SeriesList right = ListOperations(after);
   Numbers groups;
   Numbers exacts;
-  const auto aligned = AlignLists(ItemsOf(left, &groups, &exacts),
-                                  ItemsOf(right, &groups, &exacts));
+  const auto items_of = [&](const SeriesList& operations) {
+    std::vector<AlignedItem> items;
+    for (const SideSeries* series : operations) {
+      items.push_back({NumberOf(series->unit, BareName(series->name), &groups),
+                       NumberOf(series->unit, series->name, &exacts)});
+    }
+    return items;
+  };
+  const auto aligned = AlignLists(items_of(left), items_of(right));
   if (!aligned) {
     return std::nullopt;
   }

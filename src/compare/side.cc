@@ -38,16 +38,8 @@ std::size_t FindOrAdd(const Series& series, std::string_view name,
       runs->series[parent].parts.push_back(runs->series.size());
     }
     const bool is_repeated = series.occurrence > 0;
-    runs->series.push_back({series.level,
-                            name,
-                            series.unit,
-                            series.occurrence,
-                            is_repeated,
-                            series.type,
-                            {},
-                            {},
-                            {},
-                            {}});
+    runs->series.push_back({series.level, name, series.unit, series.occurrence,
+                            is_repeated, series.type});
     if (series.level != Level::kPart && is_repeated) {
       const std::size_t first = runs->indices.at(
           {series.level, series.unit.data(), name.data(), 0, parent});
@@ -73,9 +65,8 @@ std::optional<SlowStart> FindSlowStart(std::size_t log,
   constexpr double kScale = 1.4826;  // to the deviation of normal values
   const double limit =
       std::max(1.05 * median, median + 10 * kScale * Median(deviations));
-  const auto end =
-      std::find_if(numbers.begin(), numbers.end(),
-                   [limit](double number) { return number <= limit; });
+  const auto end = std::ranges::find_if(
+      numbers, [limit](double number) { return number <= limit; });
   const auto count = static_cast<std::int32_t>(end - numbers.begin());
   if (count == 0) {
     return std::nullopt;
@@ -94,17 +85,6 @@ void AddLog(std::size_t log, std::vector<RunSeries> run_series, Names* names,
     SideRuns& side_runs = side->runs[{runs.kind, runs.graph}];
     ++side_runs.log_count;
     side_runs.run_count += runs.run_count;
-    std::vector<std::size_t> indices;  // in the side, of the series of the log
-    indices.reserve(runs.series.size());
-    for (const Series& series : runs.series) {
-      const bool is_part = series.level == Level::kPart;
-      indices.push_back(FindOrAdd(series, Intern(series.name, &known, names),
-                                  is_part ? indices[*series.parent] : 0,
-                                  &side_runs));
-      side_runs.series[indices.back()].logs.push_back(
-          {log,
-           ComputeFigures(CountedValues(series.values, side->num_warmup))});
-    }
     const auto timed =
         std::ranges::find_if(runs.series, [](const Series& series) {
           return series.level == Level::kEvent &&
@@ -116,12 +96,19 @@ void AddLog(std::size_t log, std::vector<RunSeries> run_series, Names* names,
         side->slow_starts.push_back(*start);
       }
     }
-    const bool keeps_values = side->keeps_values && side->logs.size() == 1;
-    for (std::size_t i = 0; i < indices.size() && keeps_values; ++i) {
-      SideSeries& series = side_runs.series[indices[i]];
-      if (series.level != Level::kPart) {
-        series.values = std::move(runs.series[i].values);
-        series.runs = std::move(runs.series[i].runs);
+    std::vector<std::size_t> indices;  // in the side, of the series of the log
+    indices.reserve(runs.series.size());
+    for (Series& series : runs.series) {
+      const bool is_part = series.level == Level::kPart;
+      indices.push_back(FindOrAdd(series, Intern(series.name, &known, names),
+                                  is_part ? indices[*series.parent] : 0,
+                                  &side_runs));
+      SideSeries& own = side_runs.series[indices.back()];
+      own.logs.push_back({log, ComputeFigures(CountedValues(
+                                   series.values, side->num_warmup))});
+      if (side->keeps_values && side->logs.size() == 1 && !is_part) {
+        own.values = std::move(series.values);
+        own.runs = std::move(series.runs);
       }
     }
   }
@@ -140,8 +127,7 @@ std::optional<std::vector<Side>> ReadSides(
     }
     has_folder |= logs->front() != path;
     progress.total += logs->size();
-    sides.push_back(
-        {path, std::move(*logs), num_warmup, visit != nullptr, {}, {}});
+    sides.push_back({path, std::move(*logs), num_warmup, visit != nullptr});
   }
   progress.total = has_folder ? progress.total : 0;
   for (std::size_t side = 0; side < sides.size(); ++side) {

@@ -49,13 +49,13 @@ struct SideSeries {
   // Of the first value.
   ProfileEventType type;
   // The logs that have the series, in their order.
-  std::vector<LogFigures> logs;
+  std::vector<LogFigures> logs = {};
   // The indices, in SideRuns::series, of the parts directly below it.
-  std::vector<std::size_t> parts;
+  std::vector<std::size_t> parts = {};
   // The values of an event or operation and their runs, see Series, if the side
   // has a single log and keeps them. Otherwise empty.
-  std::vector<std::uint64_t> values;
-  std::vector<std::int32_t> runs;
+  std::vector<std::uint64_t> values = {};
+  std::vector<std::int32_t> runs = {};
 };
 
 // The series of one kind of run of one graph.
@@ -97,9 +97,9 @@ struct Side {
   // See SideSeries::values.
   bool keeps_values = true;
   // By kind and graph.
-  std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs;
+  std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs = {};
   // In the order of the logs.
-  std::vector<SlowStart> slow_starts;
+  std::vector<SlowStart> slow_starts = {};
 };
 
 // Adds the series of the log with this index to the side; a log with parts adds

@@ -13,9 +13,10 @@
 #include "cli/output.h"
 #include "compare/comparison.h"
 #include "compare/side.h"
-#include "page/page_heading.h"
+#include "page/page_data.h"
+#include "page/page_graphs.h"
 #include "page/page_model.h"
-#include "page/page_sections.h"
+#include "page/page_overview.h"
 #include "page/page_template.h"
 
 namespace {
@@ -39,7 +40,7 @@ void WritePage(std::ostream& stream, const lumo::Page& page) {
   lumo::WriteHeading(stream, page);
   lumo::WriteOverview(stream, page);
   stream << lumo::kPageBeforeTables;
-  lumo::WriteSections(stream, page);
+  lumo::WriteGraphs(stream, page);
   stream << lumo::kPageBeforeData;
   lumo::WritePageData(stream, page);
   stream << lumo::kPageEnd;

@@ -5,11 +5,51 @@
 #include <tuple>
 #include <utility>
 
+#include <flatbuffers/flatbuffers.h>
+
 #include "model/event_fields.h"
 #include "page/page_text.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {
+
+using Texts = std::vector<std::string>;
+
+// "ORX_BACKEND_ID_GPU", or "graph 0: ORX_BACKEND_ID_GPU; graph 1: 9" if graphs
+// have different backends. A backend without a name is a number.
+std::string BackendsText(const MessageGroups& groups) {
+  std::vector<Texts> graphs(static_cast<std::size_t>(groups.graph_count));
+  for (std::int32_t i = 0; i < groups.execute_runs.end; ++i) {
+    const ProfilingMessage& message = MessageAt(*groups.messages, i);
+    const BackendId backend = message.delegate_type();
+    std::string name = EnumNameBackendId(backend);
+    if (name.empty()) {
+      name = std::to_string(static_cast<std::uint32_t>(backend));
+    }
+    Texts& known = graphs[*GraphOf(message, groups.graph_count)];
+    if (std::ranges::find(known, name) == known.end()) {
+      known.push_back(name);
+    }
+  }
+  if (AreEqual(graphs)) {
+    return Join(graphs.front(), ", ");
+  }
+  Texts texts;
+  for (std::size_t i = 0; i < graphs.size(); ++i) {
+    texts.push_back("graph " + std::to_string(i) + ": " +
+                    Join(graphs[i], ", "));
+  }
+  return Join(texts, "; ");
+}
+
+// "60 runs of each graph", or "10 to 60 runs of each graph".
+std::string RunsText(const MessageGroups& groups, RunKind kind) {
+  const std::vector<std::int32_t> counts = CountRuns(groups, kind);
+  const auto [least, most] = std::ranges::minmax(counts);
+  return (least == most ? "" : std::to_string(least) + " to ") +
+         CountText(most, "run") + (counts.size() == 1 ? "" : " of each graph");
+}
 
 // Adds a row to its table.
 void AddRow(RunKind kind, std::vector<PairSide> sides, const SeriesPair* pair,
@@ -70,6 +110,20 @@ const Row* FindWholeRun(const std::vector<Row>& events) {
 }
 
 }  // namespace
+
+LogFacts ReadFacts(const InputLog& log) {
+  const ProfilingLog& root = *log.log.root;
+  const auto text = [](const flatbuffers::String* field) {
+    return TextHtml(flatbuffers::GetStringView(field));
+  };
+  return {log.log.bytes.size(),
+          PlainText(flatbuffers::GetStringView(root.log_date())),
+          {TextHtml(log.log.path), text(root.log_date()),
+           text(root.profiler_api_version()), text(root.orx_api_version()),
+           text(root.orx_delegate_api_version()), BackendsText(log.groups),
+           RunsText(log.groups, RunKind::kExecute),
+           RunsText(log.groups, RunKind::kFinalize)}};
+}
 
 std::size_t NodeIdSize(const SideSeries& series) {
   const std::string_view start = series.name.substr(0, 100);

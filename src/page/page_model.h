@@ -3,8 +3,10 @@
 #ifndef LUMO_PAGE_PAGE_MODEL_H_
 #define LUMO_PAGE_PAGE_MODEL_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <string>
@@ -13,6 +15,7 @@
 
 #include "compare/comparison.h"
 #include "compare/side.h"
+#include "input/input_log.h"
 
 namespace lumo {
 
@@ -25,6 +28,14 @@ struct LogFacts {
   // The lines of the list of all in its order, see WriteHeading(), as HTML.
   std::vector<std::string> lines;
 };
+
+// Returns the facts of a log with an execute run.
+LogFacts ReadFacts(const InputLog& log);
+
+// Returns whether all elements of a list, which is not empty, are equal.
+bool AreEqual(const auto& all) {
+  return std::ranges::count(all, all.front()) == std::ssize(all);
+}
 
 struct Row {
   // One for each side.

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "model/event_fields.h"
+#include "page/page_data.h"
 #include "page/page_text.h"
-#include "page/row_data.h"
 #include "text/figure_text.h"
 
 namespace lumo {

@@ -1,4 +1,4 @@
-#include "page/page_strips.h"
+#include "page/page_graphs.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,8 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "compare/comparison_text.h"
+#include "page/page_data.h"
+#include "page/page_tables.h"
 #include "page/page_text.h"
-#include "page/row_data.h"
 #include "text/escape.h"
 #include "text/figure_text.h"
 
@@ -134,8 +136,7 @@ void WriteStripsOf(std::ostream& stream, const std::vector<Strip>& strips,
   }
 }
 
-}  // namespace
-
+// Writes the strips of a graph for all sides.
 void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
   const Row& run = *graph.whole_run;
   std::vector<Strip> strips;
@@ -150,6 +151,34 @@ void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
       strips.push_back(ListOperations(graph.operations, unit, i));
     }
     WriteStripsOf(stream, strips, "Operations in the order of execution", unit);
+  }
+}
+
+}  // namespace
+
+void WriteGraphs(std::ostream& stream, const Page& page) {
+  if (page.graphs.empty()) {
+    stream << "<p>The runs have no events.</p>\n";
+  }
+  for (const auto& [number, graph] : page.graphs) {
+    stream << "<section class=\"graph\" id=\"graph-" << number
+           << "\">\n<h2>Graph " << number
+           << " <span class=\"summary\">The time of a run, to scale: means "
+              "after the warm-up. Point at a piece to read it, click to choose "
+              "it.</span></h2>\n";
+    WriteStrips(stream, page, graph);
+    stream << "<div class=\"columns\"><div class=\"tables\">\n";
+    WriteTable(stream, page, graph.operations, "Operations");
+    WriteTable(stream, page, graph.execute_events,
+               "Top-level events of the execute runs");
+    WriteTable(stream, page, graph.finalize_events,
+               "Top-level events of the finalize runs");
+    stream << "</div></div>\n</section>\n";
+  }
+  if (page.comparison != nullptr) {
+    for (const std::string& note : MakeNotes(*page.comparison)) {
+      stream << "<p class=\"note\">Note: " << EscapeHtml(note) << "</p>\n";
+    }
   }
 }
 

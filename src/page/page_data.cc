@@ -1,4 +1,4 @@
-#include "page/row_data.h"
+#include "page/page_data.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -160,6 +160,18 @@ std::string RowJson(const Page& page, const Row& row) {
   json["parts"] = Json::array();
   AppendParts(row.sides, row, page.sample, 0, &json["parts"]);
   return EmbedJson(json);
+}
+
+void WritePageData(std::ostream& stream, const Page& page) {
+  Json data = {{"sides", page.sides.size()}};
+  for (std::size_t i = 0; page.sample == Sample::kLogs && i < page.sides.size();
+       ++i) {
+    for (std::size_t log = 0; log < page.facts[i].size(); ++log) {
+      data["logs"][i].push_back(
+          {PlainText(page.sides[i].logs[log]), page.facts[i][log].date});
+    }
+  }
+  stream << EmbedJson(data) << '\n';
 }
 
 std::string_view ShortName(std::string_view part, std::string_view above) {
