@@ -172,11 +172,14 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
   return comparison;
 }
 
-std::map<Verdict, std::int64_t> CountVerdicts(const Comparison& comparison) {
+std::map<Verdict, std::int64_t> CountVerdicts(const Comparison& comparison,
+                                              std::optional<Level> level) {
   std::map<Verdict, std::int64_t> counts;
   for (const Block& block : comparison.blocks) {
     for (const SeriesPair& pair : block.pairs) {
-      ++counts[pair.verdict];
+      if (!level || level == SeriesOf(pair).level) {
+        ++counts[pair.verdict];
+      }
     }
   }
   return counts;

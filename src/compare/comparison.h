@@ -123,8 +123,10 @@ std::optional<Comparison> CompareSides(const Side& before, const Side& after,
                                        double confidence, bool ignore_node_ids,
                                        std::string* error);
 
-// Returns how many pairs of a comparison have each verdict.
-std::map<Verdict, std::int64_t> CountVerdicts(const Comparison& comparison);
+// Returns how many pairs of a comparison, or of one of its levels, have each
+// verdict.
+std::map<Verdict, std::int64_t> CountVerdicts(const Comparison& comparison,
+                                              std::optional<Level> level = {});
 
 }  // namespace lumo
 

@@ -100,14 +100,8 @@ std::string ExplainNoTest(const Comparison& comparison) {
 // Returns how many operations are on one side only, or an empty text if there
 // are none.
 std::string CountUnpaired(const Comparison& comparison) {
-  std::map<Verdict, std::int64_t> counts;
-  for (const Block& block : comparison.blocks) {
-    for (const SeriesPair& pair : block.pairs) {
-      if (SeriesOf(pair).level == Level::kOperation) {
-        ++counts[pair.verdict];
-      }
-    }
-  }
+  std::map<Verdict, std::int64_t> counts =
+      CountVerdicts(comparison, Level::kOperation);
   const std::int64_t before = counts[Verdict::kOnlyBefore];
   const std::int64_t after = counts[Verdict::kOnlyAfter];
   return before + after == 0 ? ""

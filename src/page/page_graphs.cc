@@ -75,17 +75,17 @@ Strip ListOperations(const Table& table, std::string_view unit, std::size_t i) {
   Strip strip;
   for (const Row* const row : rows) {
     const auto& [series, runs, figures] = row->sides[i];
-    Piece piece = {figures.mean, series->name.substr(NodeIdSize(*series)),
-                   row->pair == nullptr ? "operation" : row->verdict, row};
+    const Piece piece = {figures.mean, series->name.substr(NodeIdSize(*series)),
+                         row->pair == nullptr ? "operation" : row->verdict,
+                         row};
     if (!strip.empty() && piece.mean < narrow && strip.back().mean < narrow) {
       const Piece last = strip.back();
-      strip.pop_back();
-      const double mean = last.mean + piece.mean;
-      piece = last.row->number < row->number ? last : piece;
-      piece.mean = mean;
-      piece.count = last.count + 1;
+      strip.back() = last.row->number < row->number ? last : piece;
+      strip.back().mean = last.mean + piece.mean;
+      strip.back().count = last.count + 1;
+    } else {
+      strip.push_back(piece);
     }
-    strip.push_back(piece);
   }
   return strip;
 }
