@@ -35,8 +35,10 @@ Cells MakeCells(const SeriesPair& pair) {
   };
   // In percent of the mean.
   const auto deviation = [](const PairSide& side) {
-    const auto& [n, mean, stdev] = side.figures;
-    return n > 1 && mean != 0.0 ? FixedText(100.0 * stdev / mean, 1) + "%" : "";
+    const Figures& all = side.figures;
+    return all.n > 1 && all.mean != 0.0
+               ? FixedText(100.0 * all.stdev / all.mean, 1) + "%"
+               : "";
   };
   return {
       count(pair.before), mean(pair.before), deviation(pair.before),

@@ -11,8 +11,8 @@
 
 #include <unistd.h>
 
-#include "cli/options.h"
 #include "cli/messages.h"
+#include "cli/options.h"
 #include "cli/output.h"
 #include "compare/comparison.h"
 #include "compare/comparison_text.h"

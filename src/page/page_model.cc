@@ -58,13 +58,11 @@ void AddRow(RunKind kind, std::vector<PairSide> sides, const SeriesPair* pair,
   const PairSide& last = sides.back();
   Row row = {};
   row.series = first.series != nullptr ? first.series : last.series;
-  if (pair == nullptr) {
-    row.size = first.figures.mean;
-  } else {
-    row.verdict = VerdictText(pair->verdict);
-    row.size = std::abs(last.figures.mean - first.figures.mean);
-  }
-  row.size = first.figures.n + last.figures.n > 0 ? row.size : -1.0;
+  row.verdict = pair != nullptr ? VerdictText(pair->verdict) : "";
+  row.size = first.figures.n + last.figures.n == 0 ? -1.0
+             : pair == nullptr
+                 ? first.figures.mean
+                 : std::abs(last.figures.mean - first.figures.mean);
   row.sides = std::move(sides);
   row.pair = pair;
   Table* const table = row.series->level == Level::kOperation
