@@ -55,9 +55,10 @@ struct SeriesPair {
   PairSide after;
   // Whether it is on one of the sides, see SideSeries.
   bool is_repeated;
-  // The difference of the means. Nothing if a mean is missing.
+  // The mean after minus the mean before. Nothing if a mean is missing.
   std::optional<double> difference;
-  // The same in percent of the mean before. Nothing if that is 0.
+  // The difference in percent of the mean before. Nothing if a mean is
+  // missing or the mean before is 0.
   std::optional<double> change_percent;
   // The p-value of the t test, adjusted for the number of all tests. Nothing if
   // the pair was not tested.
@@ -99,8 +100,7 @@ struct Block {
   std::vector<SeriesPair> pairs;
 };
 
-// The sides and the options of a comparison, which refers to the sides, and its
-// result.
+// A comparison with its options. It refers to its sides.
 struct Comparison {
   const Side* before;
   const Side* after;

@@ -12,8 +12,7 @@
 
 namespace lumo {
 
-// A series of the side before and of the side after, or a series of one of them
-// and null.
+// A series on the side before and on the side after. One of them may be null.
 using PairedSeries = std::pair<const SideSeries*, const SideSeries*>;
 
 // Returns the pairs of events and operations that agree in level, unit, name

@@ -74,10 +74,9 @@ struct SideRuns {
       indices;
 };
 
-// The whole runs of a graph of a log are slow at first: the first counted
-// values are above the median of all counted values by more than 5 percent, and
-// by more than ten times their median absolute deviation, scaled to a standard
-// deviation.
+// Slow first runs of a graph in a log: the first counted values are above the
+// median of all counted values by more than 5 percent, and by more than ten
+// times their median absolute deviation, scaled to a standard deviation.
 struct SlowStart {
   // The index of the log.
   std::size_t log;
