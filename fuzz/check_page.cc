@@ -14,10 +14,10 @@
 #include "compare/side.h"
 #include "input/input_log.h"
 #include "model/log_series.h"
-#include "page/page_heading.h"
+#include "page/page_data.h"
+#include "page/page_graphs.h"
 #include "page/page_model.h"
-#include "page/page_sections.h"
-#include "page/row_data.h"
+#include "page/page_overview.h"
 
 namespace lumo {
 namespace {
@@ -68,10 +68,11 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     Names names;
     Side side;
     side.path = "<path>&";
+    side.num_warmup = num_warmup;
     for (int i = 0; i < log_count; ++i) {
       side.logs.push_back(side.path);
       AddLog(static_cast<std::size_t>(i), CollectLogSeries(groups, true),
-             num_warmup, &names, &side);
+             &names, &side);
     }
     const auto count = static_cast<std::size_t>(side_count);
     const std::vector<Side> sides(count, side);
@@ -80,12 +81,12 @@ void CheckPage(const std::vector<std::uint8_t>& bytes,
     std::string error;
     const auto comparison =
         CompareSides(sides.front(), sides.back(), 99, false, &error);
-    const Page page = MakePage(
-        sides, facts, side_count == 2 ? &*comparison : nullptr, num_warmup);
+    const Page page =
+        MakePage(sides, facts, side_count == 2 ? &*comparison : nullptr);
     std::ostringstream html;
     WriteHeading(html, page);
     WriteOverview(html, page);
-    WriteSections(html, page);
+    WriteGraphs(html, page);
     Check(IsOwnMarkup(html.str()));
     for (const auto& [number, graph] : page.graphs) {
       for (const Table* table :

@@ -14,7 +14,6 @@
 
 #include "check_page.h"
 #include "compare/comparison.h"
-#include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
 #include "compare/side.h"
 #include "export/event_table.h"
@@ -32,8 +31,8 @@ Side MakeSide(const ProfilingLog& log, std::int32_t num_warmup, Names* names) {
   Side side;
   side.path = "log";
   side.logs.emplace_back("log");
-  AddLog(0, CollectLogSeries(GroupMessages(log), true), num_warmup, names,
-         &side);
+  side.num_warmup = num_warmup;
+  AddLog(0, CollectLogSeries(GroupMessages(log), true), names, &side);
   return side;
 }
 
@@ -58,11 +57,8 @@ void Compare(const ProfilingLog& before, const ProfilingLog& after,
         }
       }
     }
-    const auto notes =
-        MakeNotes(sides[0], sides[1], *comparison, num_warmup, ignore_node_ids);
     std::ostringstream text;
-    WriteComparison(text, *comparison,
-                    {sides[0], sides[1], num_warmup, 99, notes}, true);
+    WriteComparison(text, *comparison, true);
     WriteComparisonRows(text, *comparison);
   }
 }

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "compare/alignment.h"
+#include "compare/pairing.h"
 #include "compare/t_test.h"
 #include "model/figures.h"
 

@@ -13,16 +13,15 @@
 #include <gtest/gtest.h>
 
 #include "compare/comparison.h"
-#include "compare/comparison_rows.h"
+#include "compare/comparison_text.h"
 #include "compare/side.h"
 #include "export/event_table.h"
 #include "generated_log.h"
 #include "log/log.h"
 #include "model/log_series.h"
 #include "model/message_groups.h"
-#include "page/page_heading.h"
+#include "page/page_graphs.h"
 #include "page/page_model.h"
-#include "page/page_sections.h"
 #include "profiling_log_generated.h"
 #include "run_viewer.h"
 
@@ -125,10 +124,11 @@ TEST(Limits, AFailedWriteEndsTheText) {
   Names names;
   std::vector<Side> sides(1);
   sides.front().logs.emplace_back("log");
-  AddLog(0, CollectLogSeries(groups, true), 1, &names, &sides.front());
+  AddLog(0, CollectLogSeries(groups, true), &names, &sides.front());
   std::string error;
+  const Side none;
   const auto comparison =
-      CompareSides(sides.front(), Side(), 99.0, false, &error);
+      CompareSides(sides.front(), none, 99.0, false, &error);
   ASSERT_TRUE(comparison) << error;
   std::ostream failed(nullptr);
   const std::clock_t start = std::clock();
@@ -137,9 +137,9 @@ TEST(Limits, AFailedWriteEndsTheText) {
 #ifdef LUMO_HAS_PAGE
   const std::vector<std::vector<LogFacts>> facts = {
       {ReadFacts({std::move(log), groups})}};
-  const Page page = MakePage(sides, facts, nullptr, 1);
+  const Page page = MakePage(sides, facts, nullptr);
   EXPECT_NE(ExplainSize(page), "");
-  WriteSections(failed, page);
+  WriteGraphs(failed, page);
 #endif
   EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5) << "seconds";
 }

@@ -4,6 +4,7 @@
 #define LUMO_COMPARE_COMPARISON_H_
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,18 +38,26 @@ std::string_view VerdictText(Verdict verdict);
 // As VerdictText(), but with blanks between the words.
 std::string VerdictWords(Verdict verdict);
 
+// A series on one side.
+struct PairSide {
+  // Null if the side does not have it.
+  const SideSeries* series = nullptr;
+  // The runs of the series, which have its parts.
+  const SideRuns* runs = nullptr;
+  // Of the sample. n is 0 without a series, or if it has no value after the
+  // warm-up.
+  Figures figures = {};
+};
+
 // A series of both sides or of one.
 struct SeriesPair {
-  // Point into the sides. One of them may be null.
-  const SideSeries* before;
-  const SideSeries* after;
-  // Of the sample. n is 0 for a series that the side does not have or that has
-  // no value after the warm-up.
-  Figures figures_before;
-  Figures figures_after;
+  PairSide before;
+  PairSide after;
   // Whether it is on one of the sides, see SideSeries.
   bool is_repeated;
-  // The change of the mean in percent of the mean before. Nothing if a mean is
+  // The mean after minus the mean before. Nothing if a mean is missing.
+  std::optional<double> difference;
+  // The difference in percent of the mean before. Nothing if a mean is
   // missing or the mean before is 0.
   std::optional<double> change_percent;
   // The p-value of the t test, adjusted for the number of all tests. Nothing if
@@ -61,13 +70,17 @@ struct SeriesPair {
   Verdict verdict;
 };
 
-// Returns the figures of a series as a sample: of the runs of its only log, or
-// of its means in several logs. n is 0 if `series` is null.
-Figures SampleFigures(const SideSeries* series, Sample sample);
+// Returns the series, which may be null, with its figures as a sample: of the
+// runs of its only log, or of its means in several logs.
+PairSide MakePairSide(const SideSeries* series, const SideRuns& runs,
+                      Sample sample);
 
 // Returns the series of the first side that has it: `before` or `after`. Its
 // name, occurrence and unit are those of the pair.
 const SideSeries& SeriesOf(const SeriesPair& pair);
+
+// Returns whether both sides have the series.
+bool IsOnBothSides(const SeriesPair& pair);
 
 // Returns whether the verdict is kHigher or kLower.
 bool IsDifferent(const SeriesPair& pair);
@@ -76,9 +89,9 @@ bool IsDifferent(const SeriesPair& pair);
 struct Block {
   RunKind kind;
   std::int32_t graph;
-  // Point into the sides. Null for a side without such runs.
-  const SideRuns* before;
-  const SideRuns* after;
+  // Empty for a side without such runs.
+  const SideRuns& before;
+  const SideRuns& after;
   // The pairs that differ, the other pairs, the series that only `before` has,
   // and those that only `after` has. In each of these, events come first, in
   // the order of the side. The operations of both sides are sorted by the
@@ -87,8 +100,13 @@ struct Block {
   std::vector<SeriesPair> pairs;
 };
 
-// A comparison refers to its sides.
+// A comparison with its options. It refers to its sides.
 struct Comparison {
+  const Side* before;
+  const Side* after;
+  // In percent.
+  double confidence;
+  bool ignores_node_ids;
   // kRuns if each side has one log.
   Sample sample;
   // The execute runs of all graphs, then the finalize runs of all graphs,
@@ -99,19 +117,16 @@ struct Comparison {
 // Compares two sides. A difference is significant if its adjusted p-value is
 // below 1 - `confidence` / 100; the confidence must be above 0 and below 100.
 //
-// Events and operations are paired if they agree in level, unit, name and
-// occurrence; parts are ignored. With
-// `ignore_node_ids`, operations are paired by their unit and BareName() in
-// their order, see AlignLists(). Returns nothing, with a message in `error`, if
-// a graph has too many operations for that.
+// Series are paired by PairSeries(). Returns nothing, with a message in
+// `error`, if a graph has too many operations for that.
 std::optional<Comparison> CompareSides(const Side& before, const Side& after,
                                        double confidence, bool ignore_node_ids,
                                        std::string* error);
 
-// Returns how many fewer series would be on one side only if the sides of this
-// comparison were compared with `ignore_node_ids`; negative if there would be
-// more, because operations have moved. Nothing if that fails.
-std::optional<std::int64_t> CountFewerAlone(const Comparison& comparison);
+// Returns how many pairs of a comparison, or of one of its levels, have each
+// verdict.
+std::map<Verdict, std::int64_t> CountVerdicts(const Comparison& comparison,
+                                              std::optional<Level> level = {});
 
 }  // namespace lumo
 

@@ -1,6 +1,11 @@
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <set>
 
 #include "compare/comparison_text.h"
+#include "compare/pairing.h"
 #include "text/escape.h"
 #include "text/figure_text.h"
 
@@ -23,20 +28,22 @@ std::string SingleLogNote(const Side& before, const Side& after) {
          (is_before ? "after." : "before.");
 }
 
-std::string SlowStartNote(const Side& before, const Side& after,
-                          std::int32_t num_warmup) {
+std::string SlowStartNote(const Side& before, const Side& after) {
   const SlowStart* slowest = nullptr;
-  std::string path;
-  std::int64_t logs = 0;
   std::int64_t most = 0;
+  std::set<const std::string*> logs;
+  std::string path;
   for (const Side* side : {&before, &after}) {
     for (const SlowStart& start : side->slow_starts) {
-      if (slowest == nullptr || IsSlower(start, *slowest)) {
+      const std::string& log = side->logs[start.log];
+      // The largest ratio of mean and median is shown.
+      if (slowest == nullptr ||
+          start.mean * slowest->median > slowest->mean * start.median) {
         slowest = &start;
-        path = Printable(side->logs[start.log]);
+        path = Printable(log);
       }
-      most = std::max<std::int64_t>(most, start.most);
-      ++logs;
+      most = std::max<std::int64_t>(most, start.count);
+      logs.insert(&log);
     }
   }
   if (slowest == nullptr) {
@@ -49,13 +56,29 @@ std::string SlowStartNote(const Side& before, const Side& after,
          FixedText(slowest->mean) + " us" +
          (slowest->count == 1 ? "" : " on average") + ", the median run " +
          FixedText(slowest->median) + " us. --num_warmup " +
-         std::to_string(num_warmup + most) +
+         std::to_string(before.num_warmup + most) +
          " would exclude the slow first runs of this log" +
-         (logs == 1 ? "." : " and of " + std::to_string(logs - 1) + " more.");
+         (logs.size() == 1
+              ? "."
+              : " and of " + std::to_string(logs.size() - 1) + " more.");
 }
 
 std::string NodeIdNote(const Comparison& comparison) {
-  const std::int64_t fewer = CountFewerAlone(comparison).value_or(0);
+  std::map<Verdict, std::int64_t> counts = CountVerdicts(comparison);
+  if (comparison.ignores_node_ids ||
+      counts[Verdict::kOnlyBefore] + counts[Verdict::kOnlyAfter] == 0) {
+    return "";
+  }
+  std::int64_t fewer = 0;
+  for (const Block& block : comparison.blocks) {
+    const auto paired = PairSeries(block.before, block.after, true);
+    if (!paired) {
+      return "";
+    }
+    // A pair takes the place of two series.
+    fewer += 2 * (std::ssize(block.pairs) - std::ssize(*paired));
+  }
+  // If operations have moved, there may be more.
   return fewer <= 0 ? ""
                     : "With --ignore_node_ids, " + std::to_string(fewer) +
                           " fewer series would be on one side only.";
@@ -63,13 +86,12 @@ std::string NodeIdNote(const Comparison& comparison) {
 
 }  // namespace
 
-std::vector<std::string> MakeNotes(const Side& before, const Side& after,
-                                   const Comparison& comparison,
-                                   std::int32_t num_warmup,
-                                   bool ignore_node_ids) {
-  std::vector<std::string> notes = {
-      SingleLogNote(before, after), SlowStartNote(before, after, num_warmup),
-      ignore_node_ids ? "" : NodeIdNote(comparison)};
+std::vector<std::string> MakeNotes(const Comparison& comparison) {
+  const Side& before = *comparison.before;
+  const Side& after = *comparison.after;
+  std::vector<std::string> notes = {SingleLogNote(before, after),
+                                    SlowStartNote(before, after),
+                                    NodeIdNote(comparison)};
   std::erase(notes, "");
   return notes;
 }

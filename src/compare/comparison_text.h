@@ -1,22 +1,20 @@
-// A comparison as text.
+// A comparison as text and as comma-separated rows.
 
 #ifndef LUMO_COMPARE_COMPARISON_TEXT_H_
 #define LUMO_COMPARE_COMPARISON_TEXT_H_
 
-#include <cstdint>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "compare/comparison.h"
-#include "compare/side.h"
 
 namespace lumo {
 
 // Returns the numbers of pairs, differences and tests, and of the series of one
 // side, such as "19 pairs compared, 5 differ (17 tested, 99% confidence), 2
 // series only before, 1 only after".
-std::string TotalsText(const Comparison& comparison, double confidence);
+std::string TotalsText(const Comparison& comparison);
 
 // Returns the name of a pair as text, escaped with Printable(): "name", or
 // "name (occurrence 1)" if several series have the name. If the names of the
@@ -31,27 +29,22 @@ std::string IntervalText(const Interval& interval);
 //   only one log;
 // - that counted runs are slow at first, and the number of warm-up runs that
 //   would exclude them;
-// - that more operations would be paired without their node ids. The sides were
-//   compared with them unless `ignore_node_ids`.
-std::vector<std::string> MakeNotes(const Side& before, const Side& after,
-                                   const Comparison& comparison,
-                                   std::int32_t num_warmup,
-                                   bool ignore_node_ids);
-
-// The arguments and options of a comparison.
-struct ComparisonSettings {
-  const Side& before;
-  const Side& after;
-  std::int32_t num_warmup;
-  double confidence;
-  std::vector<std::string> notes;
-};
+// - that more operations would be paired without their node ids.
+std::vector<std::string> MakeNotes(const Comparison& comparison);
 
 // Writes a line with TotalsText(), each block, and the notes. Means have two
 // decimals; names come last in a line. With `in_color`, lines of pairs that
-// differ have the colors of a terminal.
+// differ have the colors of a terminal. Stops after a failed write.
 void WriteComparison(std::ostream& stream, const Comparison& comparison,
-                     const ComparisonSettings& settings, bool in_color);
+                     bool in_color);
+
+// Writes the pairs of all blocks, in the order of WriteComparison(), as
+// comma-separated rows after a row with the names of the columns. Missing
+// figures are empty fields. Means and deviations have the fewest digits that
+// read back to the same double; the change, its bounds and the p-value have six
+// significant digits; names are written as they are stored. Stops after a
+// failed write.
+void WriteComparisonRows(std::ostream& stream, const Comparison& comparison);
 
 }  // namespace lumo
 

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -39,9 +41,7 @@ std::vector<Slowdown> FindSlowdowns(const Comparison& comparison,
       }
     }
   }
-  std::stable_sort(
-      slowdowns.begin(), slowdowns.end(),
-      [](const Slowdown& a, const Slowdown& b) { return a.rise > b.rise; });
+  std::ranges::stable_sort(slowdowns, std::greater(), &Slowdown::rise);
   return slowdowns;
 }
 
@@ -65,13 +65,13 @@ std::string ExplainNoTest(const Comparison& comparison) {
   const SeriesPair* largest = nullptr;  // the pair that lacks the fewest values
   const auto size_of = [](const SeriesPair& pair) {
     const auto [fewer, more] =
-        std::minmax(pair.figures_before.n, pair.figures_after.n);
+        std::minmax(pair.before.figures.n, pair.after.figures.n);
     return std::pair(fewer, more);
   };
   for (const Block& block : comparison.blocks) {
     for (const SeriesPair& pair : block.pairs) {
       if (block.kind != RunKind::kExecute || !IsTime(pair) ||
-          pair.before == nullptr || pair.after == nullptr) {
+          !IsOnBothSides(pair)) {
         continue;
       }
       if (pair.p_adjusted) {
@@ -93,23 +93,17 @@ std::string ExplainNoTest(const Comparison& comparison) {
               ? "each side needs 2 runs after the warm-up"
               : "each side needs a log with runs after the warm-up, and both "
                 "together need 3") +
-         ", but there are " + std::to_string(largest->figures_before.n) +
-         " before and " + std::to_string(largest->figures_after.n) + " after";
+         ", but there are " + std::to_string(largest->before.figures.n) +
+         " before and " + std::to_string(largest->after.figures.n) + " after";
 }
 
 // Returns how many operations are on one side only, or an empty text if there
 // are none.
 std::string CountUnpaired(const Comparison& comparison) {
-  std::int64_t before = 0;
-  std::int64_t after = 0;
-  for (const Block& block : comparison.blocks) {
-    for (const SeriesPair& pair : block.pairs) {
-      if (SeriesOf(pair).level == Level::kOperation) {
-        before += pair.verdict == Verdict::kOnlyBefore ? 1 : 0;
-        after += pair.verdict == Verdict::kOnlyAfter ? 1 : 0;
-      }
-    }
-  }
+  std::map<Verdict, std::int64_t> counts =
+      CountVerdicts(comparison, Level::kOperation);
+  const std::int64_t before = counts[Verdict::kOnlyBefore];
+  const std::int64_t after = counts[Verdict::kOnlyAfter];
   return before + after == 0 ? ""
                              : "not compared: operations on one side only, " +
                                    std::to_string(before) + " before and " +

@@ -1,6 +1,7 @@
 // lumo-profile-compare: compares profiling logs and tests which differences are
 // significant.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
@@ -14,10 +15,9 @@
 #include "cli/options.h"
 #include "cli/output.h"
 #include "compare/comparison.h"
-#include "compare/comparison_rows.h"
 #include "compare/comparison_text.h"
 #include "compare/gate.h"
-#include "compare/read_sides.h"
+#include "compare/side.h"
 
 namespace {
 
@@ -45,41 +45,6 @@ constexpr lumo::Program kProgram = {
 
 constexpr int kTooSlow = 3;
 
-struct Options {
-  std::int32_t num_warmup = 1;
-  std::optional<double> confidence = lumo::kDefaultConfidence;
-  std::optional<double> max_slowdown;
-  bool ignore_node_ids = false;
-  bool csv = false;
-  std::string output;
-  // The paths of the two sides.
-  std::vector<std::string> paths;
-};
-
-// Sets `options`. Returns the exit status, or nothing if the run continues.
-std::optional<int> ParseOptions(int argc, char** argv, Options* options) {
-  using lumo::Percentage;
-  std::vector<std::string>& paths = options->paths;
-  if (const std::optional<int> status = lumo::ParseCommandLine(
-          kProgram, argc, argv,
-          {{"num_warmup", &options->num_warmup},
-           {"confidence",
-            Percentage{&options->confidence, Percentage::kBetween0And100}},
-           {"max_slowdown",
-            Percentage{&options->max_slowdown, Percentage::kFrom0}},
-           {"ignore_node_ids", &options->ignore_node_ids},
-           {"csv", &options->csv},
-           {"output", &options->output}},
-          2, &paths)) {
-    return status;
-  }
-  if (paths.size() < 2 || paths[0].empty() || paths[1].empty()) {
-    return lumo::RejectCommandLine(kProgram,
-                                   "two logs or folders are required");
-  }
-  return std::nullopt;
-}
-
 // Returns whether to color lines: on a terminal, unless NO_COLOR is set.
 bool UseColor(const std::string& output) {
   const char* const no_color = std::getenv("NO_COLOR");
@@ -87,54 +52,60 @@ bool UseColor(const std::string& output) {
          (no_color == nullptr || *no_color == '\0');
 }
 
-// Writes the comparison. Returns the exit status.
-int Write(const Options& options, const std::vector<lumo::Side>& sides,
-          const lumo::Comparison& comparison) {
-  return lumo::WriteOutput(
-      kProgram, options.output, lumo::AllLogs(sides), "comparison",
-      [&](std::ostream& stream) {
-        if (options.csv) {
-          lumo::WriteComparisonRows(stream, comparison);
-          return;
-        }
-        const auto notes =
-            lumo::MakeNotes(sides[0], sides[1], comparison, options.num_warmup,
-                            options.ignore_node_ids);
-        lumo::WriteComparison(stream, comparison,
-                              {sides[0], sides[1], options.num_warmup,
-                               *options.confidence, notes},
-                              UseColor(options.output));
-      });
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
   lumo::PrepareProcess();
 
-  Options options;
-  if (const std::optional<int> status = ParseOptions(argc, argv, &options)) {
+  std::int32_t num_warmup = 1;
+  std::optional<double> confidence = lumo::kDefaultConfidence;
+  std::optional<double> max_slowdown;
+  bool ignore_node_ids = false;
+  bool csv = false;
+  std::string output;
+  std::vector<std::string> paths;
+  using lumo::Percentage;
+  if (const auto status = lumo::ParseCommandLine(
+          kProgram, argc, argv,
+          {{"num_warmup", &num_warmup},
+           {"confidence", Percentage{&confidence, Percentage::kBetween0And100}},
+           {"max_slowdown", Percentage{&max_slowdown, Percentage::kFrom0}},
+           {"ignore_node_ids", &ignore_node_ids},
+           {"csv", &csv},
+           {"output", &output}},
+          2, &paths)) {
     return *status;
+  }
+  if (paths.size() < 2 || std::ranges::count(paths, "") > 0) {
+    return lumo::RejectCommandLine(kProgram,
+                                   "two logs or folders are required");
   }
   std::string error;
   lumo::Names names;
-  const auto sides = lumo::ReadSides(options.paths, options.num_warmup, &names,
-                                     nullptr, &error);
+  const auto sides =
+      lumo::ReadSides(paths, num_warmup, &names, nullptr, &error);
   if (!sides) {
     return lumo::Fail(kProgram, error);
   }
-  const auto comparison =
-      lumo::CompareSides(sides->front(), sides->back(), *options.confidence,
-                         options.ignore_node_ids, &error);
+  const auto comparison = lumo::CompareSides(
+      sides->front(), sides->back(), *confidence, ignore_node_ids, &error);
   if (!comparison) {
     return lumo::Fail(kProgram, error);
   }
-  const int status = Write(options, *sides, *comparison);
-  if (status != 0 || !options.max_slowdown) {
+  const int status = lumo::WriteOutput(
+      kProgram, output, lumo::AllLogs(*sides), "comparison",
+      [&](std::ostream& stream) {
+        if (csv) {
+          lumo::WriteComparisonRows(stream, *comparison);
+        } else {
+          lumo::WriteComparison(stream, *comparison, UseColor(output));
+        }
+      });
+  if (status != 0 || !max_slowdown) {
     return status;
   }
   const lumo::GateResult gate =
-      lumo::CheckSlowdowns(*comparison, *options.max_slowdown);
+      lumo::CheckSlowdowns(*comparison, *max_slowdown);
   for (const std::string& line : gate.lines) {
     lumo::Fail(kProgram, line);
   }

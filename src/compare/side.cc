@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <span>
 #include <utility>
+
+#include "cli/progress.h"
+#include "input/find_logs.h"
 
 namespace lumo {
 namespace {
@@ -22,17 +24,6 @@ std::string_view Intern(std::string_view name, KnownNames* known,
   return {entry->second, name.size()};
 }
 
-SideSeries MakeSeries(const Series& series, std::string_view name) {
-  SideSeries own = {};
-  own.level = series.level;
-  own.name = name;
-  own.unit = series.unit;
-  own.occurrence = series.occurrence;
-  own.is_repeated = series.occurrence > 0;
-  own.type = series.type;
-  return own;
-}
-
 // Returns the index of the series of the side that corresponds to a series of a
 // log, adding it if it is new. `parent` is the index of the series above a
 // part, otherwise 0.
@@ -46,8 +37,10 @@ std::size_t FindOrAdd(const Series& series, std::string_view name,
     if (series.level == Level::kPart) {
       runs->series[parent].parts.push_back(runs->series.size());
     }
-    runs->series.push_back(MakeSeries(series, name));
-    if (series.level != Level::kPart && series.occurrence > 0) {
+    const bool is_repeated = series.occurrence > 0;
+    runs->series.push_back({series.level, name, series.unit, series.occurrence,
+                            is_repeated, series.type});
+    if (series.level != Level::kPart && is_repeated) {
       const std::size_t first = runs->indices.at(
           {series.level, series.unit.data(), name.data(), 0, parent});
       runs->series[first].is_repeated = true;
@@ -72,71 +65,88 @@ std::optional<SlowStart> FindSlowStart(std::size_t log,
   constexpr double kScale = 1.4826;  // to the deviation of normal values
   const double limit =
       std::max(1.05 * median, median + 10 * kScale * Median(deviations));
-  const auto end =
-      std::find_if(numbers.begin(), numbers.end(),
-                   [limit](double number) { return number <= limit; });
+  const auto end = std::ranges::find_if(
+      numbers, [limit](double number) { return number <= limit; });
   const auto count = static_cast<std::int32_t>(end - numbers.begin());
   if (count == 0) {
     return std::nullopt;
   }
   const double mean =
       ComputeFigures(values.first(static_cast<std::size_t>(count))).mean;
-  return SlowStart{log, count, mean, median, count};
-}
-
-// Adds the slow start of a graph to those of the logs.
-void AddSlowStart(const SlowStart& start, std::vector<SlowStart>* slow_starts) {
-  if (slow_starts->empty() || slow_starts->back().log != start.log) {
-    slow_starts->push_back(start);
-    return;
-  }
-  SlowStart& previous = slow_starts->back();
-  const std::int32_t most = std::max(previous.most, start.most);
-  if (IsSlower(start, previous)) {
-    previous = start;
-  }
-  previous.most = most;
+  return SlowStart{log, count, mean, median};
 }
 
 }  // namespace
 
-bool IsSlower(const SlowStart& a, const SlowStart& b) {
-  return a.mean * b.median > b.mean * a.median;
-}
-
-void AddLog(std::size_t log, std::vector<RunSeries> run_series,
-            std::int32_t num_warmup, Names* names, Side* side) {
+void AddLog(std::size_t log, std::vector<RunSeries> run_series, Names* names,
+            Side* side) {
   KnownNames known;
   for (RunSeries& runs : run_series) {
     SideRuns& side_runs = side->runs[{runs.kind, runs.graph}];
     ++side_runs.log_count;
     side_runs.run_count += runs.run_count;
+    const auto timed =
+        std::ranges::find_if(runs.series, [](const Series& series) {
+          return series.level == Level::kEvent &&
+                 IsRunTime(series.unit, series.name);
+        });
+    if (timed != runs.series.end()) {
+      if (const auto start = FindSlowStart(
+              log, CountedValues(timed->values, side->num_warmup))) {
+        side->slow_starts.push_back(*start);
+      }
+    }
     std::vector<std::size_t> indices;  // in the side, of the series of the log
     indices.reserve(runs.series.size());
-    for (const Series& series : runs.series) {
+    for (Series& series : runs.series) {
       const bool is_part = series.level == Level::kPart;
       indices.push_back(FindOrAdd(series, Intern(series.name, &known, names),
                                   is_part ? indices[*series.parent] : 0,
                                   &side_runs));
-      side_runs.series[indices.back()].logs.push_back(
-          {log, ComputeFigures(CountedValues(series.values, num_warmup))});
-    }
-    if (const std::optional<std::size_t> timed = FindTimedRun(runs)) {
-      const std::vector<std::uint64_t>& values = runs.series[*timed].values;
-      if (const auto start =
-              FindSlowStart(log, CountedValues(values, num_warmup))) {
-        AddSlowStart(*start, &side->slow_starts);
-      }
-    }
-    const bool keeps_values = side->keeps_values && side->logs.size() == 1;
-    for (std::size_t i = 0; i < indices.size() && keeps_values; ++i) {
-      SideSeries& series = side_runs.series[indices[i]];
-      if (series.level != Level::kPart) {
-        series.values = std::move(runs.series[i].values);
-        series.runs = std::move(runs.series[i].runs);
+      SideSeries& own = side_runs.series[indices.back()];
+      own.logs.push_back({log, ComputeFigures(CountedValues(
+                                   series.values, side->num_warmup))});
+      if (side->keeps_values && side->logs.size() == 1 && !is_part) {
+        own.values = std::move(series.values);
+        own.runs = std::move(series.runs);
       }
     }
   }
+}
+
+std::optional<std::vector<Side>> ReadSides(
+    const std::vector<std::string>& paths, std::int32_t num_warmup,
+    Names* names, const LogVisitor& visit, std::string* error) {
+  Progress progress;
+  bool has_folder = false;
+  std::vector<Side> sides;
+  for (const std::string& path : paths) {
+    std::optional<std::vector<std::string>> logs = FindLogs(path, error);
+    if (!logs) {
+      return std::nullopt;
+    }
+    has_folder |= logs->front() != path;
+    progress.total += logs->size();
+    sides.push_back({path, std::move(*logs), num_warmup, visit != nullptr});
+  }
+  progress.total = has_folder ? progress.total : 0;
+  for (std::size_t side = 0; side < sides.size(); ++side) {
+    for (std::size_t i = 0; i < sides[side].logs.size(); ++i) {
+      const auto log = LoadInputLog(sides[side].logs[i], error);
+      if (!log) {
+        ClearProgress(&progress);
+        return std::nullopt;
+      }
+      AddLog(i, CollectLogSeries(log->groups, visit != nullptr), names,
+             &sides[side]);
+      if (visit != nullptr) {
+        visit(side, *log);
+      }
+      CountLog(&progress);
+    }
+  }
+  ClearProgress(&progress);
+  return sides;
 }
 
 std::vector<std::string> AllLogs(const std::vector<Side>& sides) {

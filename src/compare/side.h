@@ -7,12 +7,14 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <vector>
 
+#include "input/input_log.h"
 #include "model/figures.h"
 #include "model/log_series.h"
 
@@ -47,13 +49,13 @@ struct SideSeries {
   // Of the first value.
   ProfileEventType type;
   // The logs that have the series, in their order.
-  std::vector<LogFigures> logs;
+  std::vector<LogFigures> logs = {};
   // The indices, in SideRuns::series, of the parts directly below it.
-  std::vector<std::size_t> parts;
+  std::vector<std::size_t> parts = {};
   // The values of an event or operation and their runs, see Series, if the side
   // has a single log and keeps them. Otherwise empty.
-  std::vector<std::uint64_t> values;
-  std::vector<std::int32_t> runs;
+  std::vector<std::uint64_t> values = {};
+  std::vector<std::int32_t> runs = {};
 };
 
 // The series of one kind of run of one graph.
@@ -72,43 +74,52 @@ struct SideRuns {
       indices;
 };
 
-// A log whose whole runs are slow at first: the first counted values are above
-// the median of all counted values by more than 5 percent, and by more than ten
+// Slow first runs of a graph in a log: the first counted values are above the
+// median of all counted values by more than 5 percent, and by more than ten
 // times their median absolute deviation, scaled to a standard deviation.
 struct SlowStart {
   // The index of the log.
   std::size_t log;
-  // Of the graph with the largest ratio of mean and median: how many values are
-  // slow, their mean, and the median of all counted values.
+  // How many values are slow, their mean, and the median of all counted values.
   std::int32_t count;
   double mean;
   double median;
-  // The largest number of slow values of a graph.
-  std::int32_t most;
 };
-
-// Returns whether the ratio of mean and median of `a` is larger.
-bool IsSlower(const SlowStart& a, const SlowStart& b);
 
 struct Side {
   // The argument of the program, a log or a folder, and the logs that it stands
   // for.
   std::string path;
   std::vector<std::string> logs;
+  // How many first values of each log the figures exclude, 0 or more.
+  std::int32_t num_warmup = 1;
   // See SideSeries::values.
   bool keeps_values = true;
   // By kind and graph.
-  std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs;
-  // At most one for each log.
-  std::vector<SlowStart> slow_starts;
+  std::map<std::pair<RunKind, std::int32_t>, SideRuns> runs = {};
+  // In the order of the logs.
+  std::vector<SlowStart> slow_starts = {};
 };
 
 // Adds the series of the log with this index to the side; a log with parts adds
-// them, too. The figures exclude the first `num_warmup` values, 0 or more. Logs
-// must be added in their order, to a side that already has their paths;
-// afterwards, they are not needed.
-void AddLog(std::size_t log, std::vector<RunSeries> run_series,
-            std::int32_t num_warmup, Names* names, Side* side);
+// them, too. Logs must be added in their order, to a side that already has
+// their paths; afterwards, they are not needed.
+void AddLog(std::size_t log, std::vector<RunSeries> run_series, Names* names,
+            Side* side);
+
+// Called with each log. `side` is the index of its side.
+using LogVisitor = std::function<void(std::size_t side, const InputLog& log)>;
+
+// Returns a side for each of the paths: a log, or a folder that stands for the
+// logs of FindLogs(). Logs are read one after the other. If there is a `visit`,
+// parts are read, too, and sides with a single log keep their values. Shows the
+// progress on a terminal if a path is a folder.
+//
+// Returns nothing, with a message that names a path in `error`, if FindLogs()
+// or LoadInputLog() fails.
+std::optional<std::vector<Side>> ReadSides(
+    const std::vector<std::string>& paths, std::int32_t num_warmup,
+    Names* names, const LogVisitor& visit, std::string* error);
 
 // Returns the paths of the logs of all sides.
 std::vector<std::string> AllLogs(const std::vector<Side>& sides);

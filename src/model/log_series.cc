@@ -189,15 +189,8 @@ std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
   return run_series;
 }
 
-std::optional<std::size_t> FindTimedRun(const RunSeries& runs) {
-  const std::vector<Series>& series = runs.series;
-  for (std::size_t i = 0; i < series.size(); ++i) {
-    if (series[i].level == Level::kEvent && series[i].unit == "us" &&
-        series[i].name.find(kExecuteText) != std::string_view::npos) {
-      return i;
-    }
-  }
-  return std::nullopt;
+bool IsRunTime(std::string_view unit, std::string_view name) {
+  return unit == "us" && name.find(kExecuteText) != std::string_view::npos;
 }
 
 }  // namespace lumo

@@ -79,9 +79,9 @@ struct RunSeries {
 std::vector<RunSeries> CollectLogSeries(const MessageGroups& groups,
                                         bool with_parts);
 
-// Returns the index of the first event in us whose name contains kExecuteText:
-// the time of whole execute runs. Returns nothing if there is none.
-std::optional<std::size_t> FindTimedRun(const RunSeries& runs);
+// Returns whether an event with this unit and name is the time of whole execute
+// runs: it is in us, and its name contains kExecuteText.
+bool IsRunTime(std::string_view unit, std::string_view name);
 
 }  // namespace lumo
 

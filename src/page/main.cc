@@ -6,18 +6,17 @@
 #include <optional>
 #include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/output.h"
 #include "compare/comparison.h"
-#include "compare/comparison_text.h"
-#include "compare/read_sides.h"
-#include "page/page_heading.h"
+#include "compare/side.h"
+#include "page/page_data.h"
+#include "page/page_graphs.h"
 #include "page/page_model.h"
-#include "page/page_sections.h"
+#include "page/page_overview.h"
 #include "page/page_template.h"
 
 namespace {
@@ -41,7 +40,7 @@ void WritePage(std::ostream& stream, const lumo::Page& page) {
   lumo::WriteHeading(stream, page);
   lumo::WriteOverview(stream, page);
   stream << lumo::kPageBeforeTables;
-  lumo::WriteSections(stream, page);
+  lumo::WriteGraphs(stream, page);
   stream << lumo::kPageBeforeData;
   lumo::WritePageData(stream, page);
   stream << lumo::kPageEnd;
@@ -80,7 +79,6 @@ int main(int argc, char** argv) {
     return lumo::Fail(kProgram, error);
   }
   std::optional<lumo::Comparison> comparison;
-  std::vector<std::string> notes;
   if (sides->size() == 2) {
     comparison =
         lumo::CompareSides(sides->front(), sides->back(),
@@ -88,12 +86,9 @@ int main(int argc, char** argv) {
     if (!comparison) {
       return lumo::Fail(kProgram, error);
     }
-    notes = lumo::MakeNotes(sides->front(), sides->back(), *comparison,
-                            num_warmup, ignore_node_ids);
   }
-  lumo::Page page = lumo::MakePage(
-      *sides, facts, comparison ? &*comparison : nullptr, num_warmup);
-  page.notes = std::move(notes);
+  const lumo::Page page =
+      lumo::MakePage(*sides, facts, comparison ? &*comparison : nullptr);
   if (error = lumo::ExplainSize(page); !error.empty()) {
     return lumo::Fail(kProgram, error);
   }

@@ -5,29 +5,64 @@
 #include <tuple>
 #include <utility>
 
+#include <flatbuffers/flatbuffers.h>
+
 #include "model/event_fields.h"
 #include "page/page_text.h"
+#include "text/figure_text.h"
 
 namespace lumo {
 namespace {
 
-// Adds a row to its table.
-void AddRow(RunKind kind, std::vector<RowSide> sides, const SeriesPair* pair,
-            Graph* graph) {
-  const RowSide& first = sides.front();
-  const RowSide& last = sides.back();
-  Row row = {};
-  row.series = first.series != nullptr ? first.series : last.series;
-  if (pair == nullptr) {
-    row.size = first.figures.mean;
-  } else {
-    row.verdict = VerdictText(pair->verdict);
-    row.size = std::abs(last.figures.mean - first.figures.mean);
-    if (first.figures.n > 0 && last.figures.n > 0) {
-      row.difference = last.figures.mean - first.figures.mean;
+using Texts = std::vector<std::string>;
+
+// "ORX_BACKEND_ID_GPU", or "graph 0: ORX_BACKEND_ID_GPU; graph 1: 9" if graphs
+// have different backends. A backend without a name is a number.
+std::string BackendsText(const MessageGroups& groups) {
+  std::vector<Texts> graphs(static_cast<std::size_t>(groups.graph_count));
+  for (std::int32_t i = 0; i < groups.execute_runs.end; ++i) {
+    const ProfilingMessage& message = MessageAt(*groups.messages, i);
+    const BackendId backend = message.delegate_type();
+    std::string name = EnumNameBackendId(backend);
+    if (name.empty()) {
+      name = std::to_string(static_cast<std::uint32_t>(backend));
+    }
+    Texts& known = graphs[*GraphOf(message, groups.graph_count)];
+    if (std::ranges::find(known, name) == known.end()) {
+      known.push_back(name);
     }
   }
-  row.size = first.figures.n + last.figures.n > 0 ? row.size : -1.0;
+  if (AreEqual(graphs)) {
+    return Join(graphs.front(), ", ");
+  }
+  Texts texts;
+  for (std::size_t i = 0; i < graphs.size(); ++i) {
+    texts.push_back("graph " + std::to_string(i) + ": " +
+                    Join(graphs[i], ", "));
+  }
+  return Join(texts, "; ");
+}
+
+// "60 runs of each graph", or "10 to 60 runs of each graph".
+std::string RunsText(const MessageGroups& groups, RunKind kind) {
+  const std::vector<std::int32_t> counts = CountRuns(groups, kind);
+  const auto [least, most] = std::ranges::minmax(counts);
+  return (least == most ? "" : std::to_string(least) + " to ") +
+         CountText(most, "run") + (counts.size() == 1 ? "" : " of each graph");
+}
+
+// Adds a row to its table.
+void AddRow(RunKind kind, std::vector<PairSide> sides, const SeriesPair* pair,
+            Graph* graph) {
+  const PairSide& first = sides.front();
+  const PairSide& last = sides.back();
+  Row row = {};
+  row.series = first.series != nullptr ? first.series : last.series;
+  row.verdict = pair != nullptr ? VerdictText(pair->verdict) : "";
+  row.size = first.figures.n + last.figures.n == 0 ? -1.0
+             : pair == nullptr
+                 ? first.figures.mean
+                 : std::abs(last.figures.mean - first.figures.mean);
   row.sides = std::move(sides);
   row.pair = pair;
   Table* const table = row.series->level == Level::kOperation
@@ -41,8 +76,7 @@ void AddRow(RunKind kind, std::vector<RowSide> sides, const SeriesPair* pair,
 void FinishTable(std::size_t* row_count, Table* table) {
   std::ranges::stable_sort(table->rows, {}, [](const Row& row) {
     const bool is_first = row.pair == nullptr || IsDifferent(*row.pair);
-    const bool is_pair = row.sides.front().series != nullptr &&
-                         row.sides.back().series != nullptr;
+    const bool is_pair = row.pair != nullptr && IsOnBothSides(*row.pair);
     const bool has_order = row.series->level == Level::kEvent;
     return std::tuple(!is_first, is_pair, has_order ? 0.0 : -row.size);
   });
@@ -68,15 +102,26 @@ void FinishTable(std::size_t* row_count, Table* table) {
 // The order of a side is that of its series in memory.
 const Row* FindWholeRun(const std::vector<Row>& events) {
   return &*std::ranges::min_element(events, {}, [](const Row& row) {
-    const bool is_named =
-        row.series->unit == "us" &&
-        row.series->name.find(kExecuteText) != std::string_view::npos;
-    return std::tuple(!is_named, row.sides.front().series == nullptr,
-                      row.series);
+    return std::tuple(!IsRunTime(row.series->unit, row.series->name),
+                      row.sides.front().series == nullptr, row.series);
   });
 }
 
 }  // namespace
+
+LogFacts ReadFacts(const InputLog& log) {
+  const ProfilingLog& root = *log.log.root;
+  const auto text = [](const flatbuffers::String* field) {
+    return TextHtml(flatbuffers::GetStringView(field));
+  };
+  return {log.log.bytes.size(),
+          PlainText(flatbuffers::GetStringView(root.log_date())),
+          {TextHtml(log.log.path), text(root.log_date()),
+           text(root.profiler_api_version()), text(root.orx_api_version()),
+           text(root.orx_delegate_api_version()), BackendsText(log.groups),
+           RunsText(log.groups, RunKind::kExecute),
+           RunsText(log.groups, RunKind::kFinalize)}};
+}
 
 std::size_t NodeIdSize(const SideSeries& series) {
   const std::string_view start = series.name.substr(0, 100);
@@ -87,26 +132,24 @@ std::size_t NodeIdSize(const SideSeries& series) {
 
 Page MakePage(const std::vector<Side>& sides,
               const std::vector<std::vector<LogFacts>>& facts,
-              const Comparison* comparison, std::int32_t num_warmup) {
+              const Comparison* comparison) {
   const Sample sample =
       AllLogs(sides).size() == sides.size() ? Sample::kRuns : Sample::kLogs;
-  Page page = {sides, facts, comparison, num_warmup, sample, {}, 0, {}};
+  Page page = {sides, facts, comparison, sample, {}, 0};
   if (comparison == nullptr) {
     for (const auto& [key, runs] : sides.front().runs) {
       for (const SideSeries& series : runs.series) {
         if (series.level != Level::kPart) {
-          AddRow(key.first, {{&series, &runs, SampleFigures(&series, sample)}},
-                 nullptr, &page.graphs[key.second]);
+          AddRow(key.first, {MakePairSide(&series, runs, sample)}, nullptr,
+                 &page.graphs[key.second]);
         }
       }
     }
   } else {
     for (const Block& block : comparison->blocks) {
       for (const SeriesPair& pair : block.pairs) {
-        AddRow(block.kind,
-               {{pair.before, block.before, pair.figures_before},
-                {pair.after, block.after, pair.figures_after}},
-               &pair, &page.graphs[block.graph]);
+        AddRow(block.kind, {pair.before, pair.after}, &pair,
+               &page.graphs[block.graph]);
       }
     }
   }

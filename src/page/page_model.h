@@ -3,8 +3,10 @@
 #ifndef LUMO_PAGE_PAGE_MODEL_H_
 #define LUMO_PAGE_PAGE_MODEL_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <string>
@@ -13,6 +15,7 @@
 
 #include "compare/comparison.h"
 #include "compare/side.h"
+#include "input/input_log.h"
 
 namespace lumo {
 
@@ -26,26 +29,23 @@ struct LogFacts {
   std::vector<std::string> lines;
 };
 
-// A series on one side.
-struct RowSide {
-  // Null if the side does not have it. Its parts are in `runs`.
-  const SideSeries* series;
-  const SideRuns* runs;
-  // Of the sample; n is 0 if there is none.
-  Figures figures;
-};
+// Returns the facts of a log with an execute run.
+LogFacts ReadFacts(const InputLog& log);
+
+// Returns whether all elements of a list, which is not empty, are equal.
+bool AreEqual(const auto& all) {
+  return std::ranges::count(all, all.front()) == std::ssize(all);
+}
 
 struct Row {
   // One for each side.
-  std::vector<RowSide> sides;
+  std::vector<PairSide> sides;
   // Null on a page of one side.
   const SeriesPair* pair;
   // See VerdictText(). Empty on a page of one side.
   std::string verdict;
   // On the first side that has it.
   const SideSeries* series;
-  // The difference of the means of two sides. Nothing if one is missing.
-  std::optional<double> difference;
   // What the row is sorted by: the mean of one side, or the absolute difference
   // of two, where the mean of a missing series is 0. -1 without a mean.
   double size;
@@ -93,14 +93,11 @@ struct Page {
   const std::vector<std::vector<LogFacts>>& facts;
   // Null on a page of one side.
   const Comparison* comparison;
-  std::int32_t num_warmup;
   // kRuns if each side has one log.
   Sample sample;
   // By number, without graphs that have no events.
   std::map<std::int32_t, Graph> graphs;
   std::size_t row_count;
-  // See MakeNotes().
-  std::vector<std::string> notes;
 };
 
 // The names of two sides.
@@ -115,10 +112,10 @@ inline constexpr const char* kSideHeadings[] = {
 // with, or 0. No real id needs more than 100 bytes.
 std::size_t NodeIdSize(const SideSeries& series);
 
-// Returns a page without notes.
+// Returns the page of a side, or of the two sides of a comparison.
 Page MakePage(const std::vector<Side>& sides,
               const std::vector<std::vector<LogFacts>>& facts,
-              const Comparison* comparison, std::int32_t num_warmup);
+              const Comparison* comparison);
 
 // Returns why a page would be too large for a browser, or an empty text.
 std::string ExplainSize(const Page& page);

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "model/event_fields.h"
+#include "page/page_data.h"
 #include "page/page_text.h"
-#include "page/row_data.h"
 #include "text/figure_text.h"
 
 namespace lumo {
@@ -49,13 +49,13 @@ std::string BarHtml(const Table& table, const Row& row) {
   const auto size =
       PercentOf(row.size, table.units.at(row.series->unit).largest_size);
   const bool is_compared = row.pair != nullptr;
-  if (!size || row.size < 0.0 || (is_compared && !row.difference)) {
+  if (!size || row.size < 0.0 || (is_compared && !row.pair->difference)) {
     return "";
   }
   const double width = is_compared ? *size / 2 : *size;
-  const double left = !is_compared            ? 0.0
-                      : *row.difference < 0.0 ? 50.0 - width
-                                              : 50.0;
+  const double left = !is_compared                  ? 0.0
+                      : *row.pair->difference < 0.0 ? 50.0 - width
+                                                    : 50.0;
   return "<svg aria-hidden=\"true\"><rect x=\"" + FixedText(left) +
          "%\" width=\"" + FixedText(width) + "%\" height=\"100%\"/></svg>";
 }
@@ -90,9 +90,10 @@ std::vector<Cell> CellsOf(const Page& page, const Table& table,
     cells.push_back({"unit", "Unit", "unit", std::string(row.series->unit)});
   }
   if (pair != nullptr) {
-    cells.push_back({"difference", "Difference", "number difference",
-                     DifferenceText(row.difference, pair->figures_before.mean),
-                     row.difference});
+    cells.push_back(
+        {"difference", "Difference", "number difference",
+         DifferenceText(pair->difference, pair->before.figures.mean),
+         pair->difference});
     cells.push_back({"", "", "bar", BarHtml(table, row)});
     cells.push_back({"change", "Change", "number change",
                      ChangeHtml(pair->change_percent), pair->change_percent});

@@ -1,8 +1,10 @@
-// The data of a row for the chart and the panel of the page.
+// The data of a page for its script: of the whole page, and of a row for the
+// chart and the panel.
 
-#ifndef LUMO_PAGE_ROW_DATA_H_
-#define LUMO_PAGE_ROW_DATA_H_
+#ifndef LUMO_PAGE_PAGE_DATA_H_
+#define LUMO_PAGE_PAGE_DATA_H_
 
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -25,10 +27,15 @@ namespace lumo {
 //   each side, the texts are null, or the mean and its share of the series.
 std::string RowJson(const Page& page, const Row& row);
 
+// Writes the page's data as JSON that can be placed inside an HTML element: an
+// object with "sides", the number of sides, and, on a page about logs, "logs":
+// for each side [path, date] of each log.
+void WritePageData(std::ostream& stream, const Page& page);
+
 // Returns the name of a part without the name of the event above it, to which
 // writers usually append it.
 std::string_view ShortName(std::string_view part, std::string_view above);
 
 }  // namespace lumo
 
-#endif  // LUMO_PAGE_ROW_DATA_H_
+#endif  // LUMO_PAGE_PAGE_DATA_H_

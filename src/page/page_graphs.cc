@@ -1,4 +1,4 @@
-#include "page/page_strips.h"
+#include "page/page_graphs.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,8 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "compare/comparison_text.h"
+#include "page/page_data.h"
+#include "page/page_tables.h"
 #include "page/page_text.h"
-#include "page/row_data.h"
 #include "text/escape.h"
 #include "text/figure_text.h"
 
@@ -38,12 +40,12 @@ double SumOf(const Strip& strip) {
 
 // The sub-events of a whole run in its unit on a side, and the rest of its
 // time.
-Strip SplitWholeRun(const Row& row, const RowSide& side, Sample sample) {
+Strip SplitWholeRun(const Row& row, const PairSide& side, Sample sample) {
   Strip strip;
   for (std::size_t i = 0; side.figures.n > 0 && i < side.series->parts.size();
        ++i) {
     const SideSeries& part = side.runs->series[side.series->parts[i]];
-    const Figures figures = SampleFigures(&part, sample);
+    const Figures figures = MakePairSide(&part, *side.runs, sample).figures;
     if (part.unit == row.series->unit && figures.n > 0) {
       strip.push_back({figures.mean, ShortName(part.name, side.series->name),
                        "sub-event", &row});
@@ -73,17 +75,17 @@ Strip ListOperations(const Table& table, std::string_view unit, std::size_t i) {
   Strip strip;
   for (const Row* const row : rows) {
     const auto& [series, runs, figures] = row->sides[i];
-    Piece piece = {figures.mean, series->name.substr(NodeIdSize(*series)),
-                   row->pair == nullptr ? "operation" : row->verdict, row};
+    const Piece piece = {figures.mean, series->name.substr(NodeIdSize(*series)),
+                         row->pair == nullptr ? "operation" : row->verdict,
+                         row};
     if (!strip.empty() && piece.mean < narrow && strip.back().mean < narrow) {
       const Piece last = strip.back();
-      strip.pop_back();
-      const double mean = last.mean + piece.mean;
-      piece = last.row->number < row->number ? last : piece;
-      piece.mean = mean;
-      piece.count = last.count + 1;
+      strip.back() = last.row->number < row->number ? last : piece;
+      strip.back().mean = last.mean + piece.mean;
+      strip.back().count = last.count + 1;
+    } else {
+      strip.push_back(piece);
     }
-    strip.push_back(piece);
   }
   return strip;
 }
@@ -134,12 +136,11 @@ void WriteStripsOf(std::ostream& stream, const std::vector<Strip>& strips,
   }
 }
 
-}  // namespace
-
+// Writes the strips of a graph for all sides.
 void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
   const Row& run = *graph.whole_run;
   std::vector<Strip> strips;
-  for (const RowSide& side : run.sides) {
+  for (const PairSide& side : run.sides) {
     strips.push_back(SplitWholeRun(run, side, page.sample));
   }
   WriteStripsOf(stream, strips, "Sub-events of " + TextHtml(run.series->name),
@@ -150,6 +151,34 @@ void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
       strips.push_back(ListOperations(graph.operations, unit, i));
     }
     WriteStripsOf(stream, strips, "Operations in the order of execution", unit);
+  }
+}
+
+}  // namespace
+
+void WriteGraphs(std::ostream& stream, const Page& page) {
+  if (page.graphs.empty()) {
+    stream << "<p>The runs have no events.</p>\n";
+  }
+  for (const auto& [number, graph] : page.graphs) {
+    stream << "<section class=\"graph\" id=\"graph-" << number
+           << "\">\n<h2>Graph " << number
+           << " <span class=\"summary\">The time of a run, to scale: means "
+              "after the warm-up. Point at a piece to read it, click to choose "
+              "it.</span></h2>\n";
+    WriteStrips(stream, page, graph);
+    stream << "<div class=\"columns\"><div class=\"tables\">\n";
+    WriteTable(stream, page, graph.operations, "Operations");
+    WriteTable(stream, page, graph.execute_events,
+               "Top-level events of the execute runs");
+    WriteTable(stream, page, graph.finalize_events,
+               "Top-level events of the finalize runs");
+    stream << "</div></div>\n</section>\n";
+  }
+  if (page.comparison != nullptr) {
+    for (const std::string& note : MakeNotes(*page.comparison)) {
+      stream << "<p class=\"note\">Note: " << EscapeHtml(note) << "</p>\n";
+    }
   }
 }
 

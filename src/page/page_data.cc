@@ -1,4 +1,4 @@
-#include "page/row_data.h"
+#include "page/page_data.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -59,7 +59,7 @@ void AddLogs(const SideSeries& series, Json* side) {
   }
 }
 
-Json SideJson(const RowSide& side, Sample sample) {
+Json SideJson(const PairSide& side, Sample sample) {
   if (side.series == nullptr) {
     return nullptr;
   }
@@ -77,7 +77,7 @@ Json SideJson(const RowSide& side, Sample sample) {
 
 // The mean of a part. The number of a background operation means nothing, and
 // those of resource masks are shown if they are all equal.
-std::string PartText(const RowSide& part) {
+std::string PartText(const PairSide& part) {
   const auto& [series, runs, figures] = part;
   switch (series->type) {
     case ProfileEventType::ORX_PROFILE_EVENTTYPE_NODE_CRITICAL_BG_OP_ID:
@@ -95,10 +95,10 @@ std::string PartText(const RowSide& part) {
 // Returns the parts directly below a series, those of different sides together
 // if they agree in short name and unit, and in their position among the parts
 // of that name and unit.
-std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
-                                            Sample sample) {
+std::vector<std::vector<PairSide>> ListParts(const std::vector<PairSide>& above,
+                                             Sample sample) {
   using Name = std::pair<std::string_view, std::string_view>;
-  std::vector<std::vector<RowSide>> parts;
+  std::vector<std::vector<PairSide>> parts;
   std::map<std::pair<Name, int>, std::size_t> indices;
   for (std::size_t i = 0; i < above.size(); ++i) {
     const auto& [series, runs, figures] = above[i];
@@ -114,16 +114,16 @@ std::vector<std::vector<RowSide>> ListParts(const std::vector<RowSide>& above,
       if (is_new) {
         parts.emplace_back(above.size());
       }
-      parts[entry->second][i] = {&part, runs, SampleFigures(&part, sample)};
+      parts[entry->second][i] = MakePairSide(&part, *runs, sample);
     }
   }
   return parts;
 }
 
 // Appends the parts below a series of the row to a list.
-void AppendParts(const std::vector<RowSide>& above, const Row& row,
+void AppendParts(const std::vector<PairSide>& above, const Row& row,
                  Sample sample, int depth, Json* parts) {
-  for (const std::vector<RowSide>& part : ListParts(above, sample)) {
+  for (const std::vector<PairSide>& part : ListParts(above, sample)) {
     const std::size_t first = part.front().series != nullptr ? 0 : 1;
     const std::string_view unit = part[first].series->unit;
     Json json = {depth,
@@ -148,7 +148,7 @@ void AppendParts(const std::vector<RowSide>& above, const Row& row,
 
 std::string RowJson(const Page& page, const Row& row) {
   Json json = {{"unit", row.series->unit}, {"sides", Json::array()}};
-  for (const RowSide& side : row.sides) {
+  for (const PairSide& side : row.sides) {
     json["sides"].push_back(SideJson(side, page.sample));
   }
   if (row.pair != nullptr && row.pair->p_adjusted) {
@@ -160,6 +160,18 @@ std::string RowJson(const Page& page, const Row& row) {
   json["parts"] = Json::array();
   AppendParts(row.sides, row, page.sample, 0, &json["parts"]);
   return EmbedJson(json);
+}
+
+void WritePageData(std::ostream& stream, const Page& page) {
+  Json data = {{"sides", page.sides.size()}};
+  for (std::size_t i = 0; page.sample == Sample::kLogs && i < page.sides.size();
+       ++i) {
+    for (std::size_t log = 0; log < page.facts[i].size(); ++log) {
+      data["logs"][i].push_back(
+          {PlainText(page.sides[i].logs[log]), page.facts[i][log].date});
+    }
+  }
+  stream << EmbedJson(data) << '\n';
 }
 
 std::string_view ShortName(std::string_view part, std::string_view above) {
