@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Checks what a comparison shows on a terminal: significant differences are colored unless
-# NO_COLOR is set, and the names of the logs are escaped.
+# NO_COLOR is set, the names of the logs are escaped, and a long run shows its progress.
 #
 #   compare_terminal.sh PROGRAM LOG LOG_AFTER
 # shellcheck source=tests/work_folder.sh
@@ -29,4 +29,22 @@ cp log.bin $'a\nb.bin'
 for side in before: 'after: '; do
   grep -qF "  $side a\nb.bin, " plain || fail "the name of a log is not escaped: $side"
 done
+
+# A run that takes longer than a second shows its progress, which it removes.
+mkdir few many
+for log in few/{1,2}.bin many/{1..6}.bin; do cp log.bin "$log"; done
+slow="${strace[*]} -e inject=openat:delay_enter=300000"
+if can_trace && script -qec "${strace[*]} true" /dev/null </dev/null >err 2>&1; then
+  script -qec "$slow $program many few >plain" /dev/null </dev/null >out
+  grep -qF $'\r\e[K7 of 8 logs read' out || fail "no progress: $(<out)"
+  [ "$(tail -c 4 out)" = $'\r\e[K' ] || fail 'the progress is not removed'
+  $slow "$program" many few 2>err >plain
+  [ -s err ] && fail "progress without a terminal: $(<err)"
+  begin=${EPOCHREALTIME/./}  # in microseconds
+  script -qec "$program many few >plain" /dev/null </dev/null >out
+  # On a busy machine, this run may take longer than a second.
+  [[ -s out && $((${EPOCHREALTIME/./} - begin)) -lt 1000000 ]] && fail 'progress of a short run'
+else
+  echo "Skipped: progress on a terminal: $(<err)"
+fi
 exit "$failed"

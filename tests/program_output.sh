@@ -6,63 +6,69 @@
 # shellcheck source=tests/work_folder.sh
 # shellcheck disable=SC2016 # $@ is the inner shell's.
 source "$(dirname "$0")/work_folder.sh"
-fails() { expect 1 '' "$name: $1" "${@:2}"; }
-writes() { expect 0 '' '' "$@"; }
+"${run[@]}" >whole || fail 'does not write its output'
 
 # expect_file FILE TEXT_FILE: checks that FILE is equal to TEXT_FILE and alone in its folder.
 expect_file() {
   cmp "$1" "$2" || fail "$1 differs from $2"
   [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
 }
-"${run[@]}" >whole || fail 'does not write its output'
+# The command before a run of these functions: another user or shell, for example.
+# succeeds FILE [COMMAND...]: checks that a run with this output has no message.
+succeeds() { expect 0 '' '' "${@:2}" "${run[@]}" --output "$1"; }
+# writes FILE [COMMAND...]: checks the file and its folder, too.
+writes() { succeeds "$@" && expect_file "$1" whole; }
+# rejects FILE REASON [COMMAND...]: checks that a run fails for this reason.
+rejects() { expect 1 '' "$name: $2" "${@:3}" "${run[@]}" --output "$1"; }
+# fails FILE REASON [COMMAND...]: checks that the older file is unchanged, too.
+fails() { rejects "$1" "$1: $2" "${@:3}" && expect_file "$1" older; }
+
 # An empty name means standard output.
 "${run[@]}" --output= | cmp - whole || fail 'rejects an empty --output'
-writes "${run[@]}" --output -
+succeeds -
 cmp ./- whole || fail 'the name "-" does not mean a file'
 
 # A new file, an older file and the target of a symbolic link, with their modes.
-mkdir new && (umask 007 && "${run[@]}" --output new/file) && expect_file new/file whole
+mkdir new && writes new/file bash -c 'umask 007 && exec "$@"' -
 [ "$(stat -c %a new/file)" = 660 ] || fail 'a new file ignores the umask'
 chmod 604 new/file && cp older new/file
 [ "$(id -u)" != 0 ] || chown 1:1 new/file
 owner=$(stat -c %u:%g new/file)
-writes "${run[@]}" --output new/file && expect_file new/file whole
+writes new/file
 [ "$(stat -c %a,%u:%g new/file)" = "604,$owner" ] || fail 'an older file loses its mode or owner'
 cp older new/file && ln -s file new/link && ln -s new/link link
-writes "${run[@]}" --output link
+succeeds link
 [[ -L link && -L new/link ]] && rm link new/link && expect_file new/file whole
 ln -s new/later link
 rm new/file
-writes "${run[@]}" --output link && expect_file new/later whole
+succeeds link && expect_file new/later whole
 
 # A file that cannot be replaced in its folder is written in place; a file without write
 # permission is unchanged.
 mkdir closed && cp older closed/file && chmod 666 closed/file && chmod 555 closed
 inode=$(stat -c %i closed/file)
-writes "${as_user[@]}" "${run[@]}" --output closed/file && expect_file closed/file whole
+writes closed/file "${as_user[@]}"
 [ "$(stat -c %i closed/file)" = "$inode" ] || fail 'the file was replaced in a read-only folder'
-fails 'closed/new: cannot be created: Permission denied' \
-  "${as_user[@]}" "${run[@]}" --output closed/new
+rejects closed/new 'closed/new: cannot be created: Permission denied' "${as_user[@]}"
 chmod 755 closed
 mkdir open && chmod 777 open && cp older open/file && chmod 444 open/file
-fails 'open/file: cannot be created: Permission denied' \
-  "${as_user[@]}" "${run[@]}" --output open/file
-expect_file open/file older
+fails open/file 'cannot be created: Permission denied' "${as_user[@]}"
 # A file of another user in a folder like /tmp is written in place, too.
 mkdir sticky && chmod 1777 sticky && cp older sticky/file && chmod 666 sticky/file
-writes "${as_user[@]}" "${run[@]}" --output sticky/file && expect_file sticky/file whole
+writes sticky/file "${as_user[@]}"
 # The current folder need not be writable.
-writes "${as_user[@]}" "${run[@]}" --output open/new
-fails 'new: cannot be created: Is a directory' "${run[@]}" --output new
-fails 'new\n/file: cannot be created: No such file or directory' \
-  "${run[@]}" --output $'new\n/file'
+succeeds open/new "${as_user[@]}"
+rejects new 'new: cannot be created: Is a directory'
+rejects $'new\n/file' 'new\n/file: cannot be created: No such file or directory'
 
 # A user who is not the owner may keep the group of a file.
 mkdir shared && chmod 777 shared && cp older shared/file && chmod 660 shared/file
 if chown 1:2 shared/file 2>err; then
-  writes setpriv --reuid=65534 --regid=65534 --groups=2 "${run[@]}" --output shared/file
+  succeeds shared/file setpriv --reuid=65534 --regid=65534 --groups=2
   [ "$(stat -c %a,%u:%g shared/file)" = 660,65534:2 ] || fail 'an older file loses its group'
-else echo "Skipped: the group of a file: $(<err)"; fi
+else
+  echo "Skipped: the group of a file: $(<err)"
+fi
 
 # A mount point, and a mount point in a read-only folder, are written in place.
 mkdir mounted && cp older mounted/file
@@ -71,55 +77,48 @@ apart=(unshare -rm bash -c 'mount --bind mounted mounted && mount --bind older m
 if "${apart[@]}" ro true 2>err; then
   cp older kept
   for mode in rw ro; do
-    writes "${apart[@]}" $mode "${run[@]}" --output mounted/file
+    succeeds mounted/file "${apart[@]}" $mode
     cmp older whole || fail "a mount point in a $mode folder is not written"
     cp kept older && expect_file mounted/file older
   done
-else echo "Skipped: mount points: $(<err)"; fi
+else
+  echo "Skipped: mount points: $(<err)"
+fi
 
 # After a failure, the older file is unchanged, and no other file is left behind.
-too_large=(bash -c 'ulimit -f 1; exec "$@"' - "${run[@]}")
+too_large=(bash -c 'ulimit -f 1; exec "$@"' -)
 cp older new/later
-fails 'new/later: cannot be written whole: File too large' "${too_large[@]}" --output new/later
-expect_file new/later older
+fails new/later 'cannot be written whole: File too large' "${too_large[@]}"
 mkdir empty
-fails 'empty/file: cannot be written whole: File too large' "${too_large[@]}" --output empty/file
+rejects empty/file 'empty/file: cannot be written whole: File too large' "${too_large[@]}"
 rmdir empty || fail "left behind: $(ls -A empty)"
 if can_trace; then
-  fails 'new/later: cannot be written whole: Input/output error' \
-    "${strace[@]}" -e inject=fsync:error=EIO "${run[@]}" --output new/later
-  expect_file new/later older
-  fails 'new/later: cannot be created: Input/output error' \
-    "${strace[@]}" -e inject=/^rename:error=EIO "${run[@]}" --output new/later
-  expect_file new/later older
+  inject=("${strace[@]}" -e)
+  fails new/later 'cannot be written whole: Input/output error' \
+    "${inject[@]}" inject=fsync:error=EIO
+  fails new/later 'cannot be created: Input/output error' \
+    "${inject[@]}" inject=/^rename:error=EIO
   # Some file systems cannot wait for the disk.
-  writes "${strace[@]}" -e inject=fsync:error=EINVAL "${run[@]}" --output new/later
-  expect_file new/later whole
+  writes new/later "${inject[@]}" inject=fsync:error=EINVAL
   # Only a run that is killed leaves its new file, which a run with the same number ignores.
   cp older new/later
-  expect 137 '' '' \
-    "${strace[@]}" -e inject=fsync:signal=KILL "${run[@]}" --output new/later
+  expect 137 '' '' "${inject[@]}" inject=fsync:signal=KILL "${run[@]}" --output new/later
   cmp new/later older || fail 'a killed run has changed the older file'
-  left=$(cd new && compgen -G '.lumo-*-0') || fail 'the new file has another name'
-  rm "new/$left"
 fi
-writes bash -c 'echo >new/.lumo-$$-0; exec "$@"' - "${run[@]}" --output new/later
+succeeds new/later bash -c 'echo >new/.lumo-$$-0; exec "$@"' -
 rm new/.lumo-*-0 && expect_file new/later whole
 
 # The log is not overwritten, under any name.
-case $name in
-  *export) own='log.bin: the table would be written to the log itself' ;;
-  *compare) own='log.bin: the comparison would be written to the log itself' ;;
-  *) own='log.bin: the page would be written to the log itself' ;;
-esac
-for log in log.bin ./new/../log.bin hard.bin soft.bin; do
-  fails "$own" "${run[@]}" --output "$log"
+for output in log.bin ./new/../log.bin hard.bin soft.bin; do
+  rejects "$output" "log.bin: $own_log"
 done
-fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}"
-fails "$own" bash -c '"$@" >>log.bin' - "${run[@]}" --output stdout
+for stdout in '' stdout; do
+  rejects "$stdout" "log.bin: $own_log" bash -c '"$@" >>log.bin' -
+done
 ln log.bin $'\n.bin'
-fails "${own/log.bin/\\n.bin}" "${run[@]/%log.bin/$'\n.bin'}" --output log.bin
+expect 1 '' "$name: \n.bin: $own_log" "${run[@]/%log.bin/$'\n.bin'}" --output log.bin
 # The first of two logs is not overwritten, either.
-[ "${run[1]}" != copy.bin ] || fails "$own" "$program" log.bin copy.bin --output hard.bin
+[ "${run[1]}" != copy.bin ] ||
+  expect 1 '' "$name: log.bin: $own_log" "$program" log.bin copy.bin --output hard.bin
 cmp log.bin copy.bin || fail 'the log has changed'
 exit "$failed"

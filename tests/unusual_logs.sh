@@ -54,10 +54,14 @@ done
 if can_trace; then
   cp log.bin busy.bin
   read=("${strace[@]}" -P "$work/busy.bin" -e)
-  while :; do touch busy.bin; sleep 0.01; done &
-  rejects busy.bin 'cannot be read whole: it changed while it was read' \
-    "${read[@]}" inject=read:delay_enter=2s:when=1 "${command[@]}" busy.bin
-  kill $! && wait $! 2>/dev/null
+  # Its size is always the same, and only the seconds or only the nanoseconds of its time change.
+  for start in @ @1.; do
+    n=100
+    while :; do touch -d "$start$((++n))" busy.bin; sleep 0.01; done &
+    rejects busy.bin 'cannot be read whole: it changed while it was read' \
+      "${read[@]}" inject=read:delay_enter=2s:when=1 "${command[@]}" busy.bin
+    kill $! && wait $! 2>/dev/null
+  done
   rejects busy.bin 'cannot be read whole: Input/output error' \
     "${read[@]}" inject=read:error=EIO "${command[@]}" busy.bin
 fi
