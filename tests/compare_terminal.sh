@@ -3,7 +3,6 @@
 # NO_COLOR is set, the names of the logs are escaped, and a long run shows its progress.
 #
 #   compare_terminal.sh PROGRAM LOG LOG_AFTER
-# shellcheck source=tests/work_folder.sh
 after=$(realpath "$3")
 source "$(dirname "$0")/work_folder.sh"
 cp "$after" after.bin

@@ -3,7 +3,6 @@
 # others, and when nothing is written.
 #
 #   folders.sh PROGRAM LOG
-# shellcheck source=tests/work_folder.sh
 source "$(dirname "$0")/work_folder.sh"
 
 mkdir -p logs/{b,c/d,secret} && chmod 0 logs/secret

@@ -2,7 +2,6 @@
 # Checks that a program formats numbers independently of the locale.
 #
 #   locale.sh PROGRAM LOG
-# shellcheck source=tests/work_folder.sh
 source "$(dirname "$0")/work_folder.sh"
 # This locale only groups digits; localedef warns about everything that it lacks.
 printf 'CHARMAP\nEND CHARMAP\n' >charmap

@@ -3,7 +3,6 @@
 # all.
 #
 #   program_output.sh PROGRAM LOG
-# shellcheck source=tests/work_folder.sh
 # shellcheck disable=SC2016 # $@ is the inner shell's.
 source "$(dirname "$0")/work_folder.sh"
 "${run[@]}" >whole || fail 'does not write its output'

@@ -2,7 +2,6 @@
 # Runs a program with devices, pipes and closed standard streams.
 #
 #   streams.sh PROGRAM LOG
-# shellcheck source=tests/work_folder.sh
 # shellcheck disable=SC2016 # The expansions are the inner shells'.
 source "$(dirname "$0")/work_folder.sh"
 fails() { expect 1 '' "$name: $1" "${@:2}"; }
@@ -23,6 +22,7 @@ expect 141 '' '' env --default-signal=PIPE "${to_closed_pipe[@]}"
 
 if [ "$name" = lumo-profile-viewer ]; then
   # Errors while writing are ignored.
+  expect 0 '[Profile Viewer] Output txt file: [full]' '' "${run[@]}" --output full
   expect 0 '' '' bash -c '"$@" >full' - "${run[@]}"
   expect 0 '' '' bash -c '"$@" >&-' - "${run[@]}" --output r.txt
   tail -n +2 whole | cmp - r.txt || fail 'a report contains other lines'

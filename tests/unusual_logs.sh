@@ -2,7 +2,6 @@
 # Runs a program with logs that are invalid or cannot be read.
 #
 #   unusual_logs.sh PROGRAM LOG
-# shellcheck source=tests/work_folder.sh
 source "$(dirname "$0")/work_folder.sh"
 command=("${run[@]::2}")  # without the log
 mkdir folder
