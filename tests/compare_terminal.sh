@@ -14,14 +14,12 @@ on_terminal() {
   script -qec "$2 \"\$program\" log.bin after.bin $3" /dev/null </dev/null |
     tr -d '\r' | cmp - "$1" || fail "on a terminal with $2 $3"
 }
-if script -qec true /dev/null </dev/null >err 2>&1; then
+if can 'colors on a terminal' script -qec true /dev/null </dev/null; then
   on_terminal colored '' ''
   on_terminal colored NO_COLOR= ''
   on_terminal plain NO_COLOR=1 ''
   on_terminal plain '' '| cat'
   on_terminal plain '' '--output stdout'
-else
-  echo "Skipped: colors on a terminal: $(<err)"
 fi
 cp log.bin $'a\nb.bin'
 "$program" $'a\nb.bin' $'a\nb.bin' >plain
@@ -33,7 +31,7 @@ done
 mkdir few many
 for log in few/{1,2}.bin many/{1..6}.bin; do cp log.bin "$log"; done
 slow="${strace[*]} -e inject=openat:delay_enter=300000"
-if can_trace && script -qec "${strace[*]} true" /dev/null </dev/null >err 2>&1; then
+if can 'progress on a terminal' script -qec "${strace[*]} true" /dev/null </dev/null; then
   script -qec "$slow $program many few >plain" /dev/null </dev/null >out
   grep -qF $'\r\e[K7 of 8 logs read' out || fail "no progress: $(<out)"
   [ "$(tail -c 4 out)" = $'\r\e[K' ] || fail 'the progress is not removed'
@@ -43,7 +41,5 @@ if can_trace && script -qec "${strace[*]} true" /dev/null </dev/null >err 2>&1; 
   script -qec "$program many few >plain" /dev/null </dev/null >out
   # On a busy machine, this run may take longer than a second.
   [[ -s out && $((${EPOCHREALTIME/./} - begin)) -lt 1000000 ]] && fail 'progress of a short run'
-else
-  echo "Skipped: progress on a terminal: $(<err)"
 fi
 exit "$failed"

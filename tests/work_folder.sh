@@ -29,9 +29,12 @@ esac
 as_user=(env)
 [ "$(id -u)" != 0 ] || as_user=(setpriv --reuid=65534 --regid=65534 --clear-groups)
 
+# can WHAT COMMAND...: runs the command. If it fails here, prints that WHAT is skipped.
+can() { "${@:2}" >err 2>&1 || { echo "Skipped: $1: $(<err)" && false; }; }
+
 # strace makes system calls fail. Leaks cannot be detected under it.
 strace=(strace -qq -o calls -E ASAN_OPTIONS=detect_leaks=0)
-can_trace() { "${strace[@]}" true 2>err || { echo "Skipped: failures of calls: $(<err)" && false; }; }
+can_trace() { can 'failures of calls' "${strace[@]}" true; }
 
 # device NAME NUMBER: creates a device in this folder, because a faulty program that
 # removes or replaces its output would destroy the machine's. Only root can do this; links
