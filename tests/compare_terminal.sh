@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# Checks what a comparison shows on a terminal: significant differences are colored unless
-# NO_COLOR is set, the names of the logs are escaped, and a long run shows its progress.
-#
-#   compare_terminal.sh PROGRAM LOG LOG_AFTER
+# compare_terminal.sh PROGRAM LOG LOG_AFTER: checks what a comparison shows on a terminal.
+# Significant differences are colored unless NO_COLOR is set, the names of the logs are
+# escaped, and a long run shows its progress.
 after=$(realpath "$3")
 source "$(dirname "$0")/work_folder.sh"
 cp "$after" after.bin

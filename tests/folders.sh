@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# Runs a program with folders of logs: which files they stand for, what is printed about the
-# others, and when nothing is written.
-#
-#   folders.sh PROGRAM LOG
+# folders.sh PROGRAM LOG: checks which files a folder of logs stands for, what is printed
+# about the others, and when nothing is written.
 source "$(dirname "$0")/work_folder.sh"
 
 mkdir -p logs/{b,c/d,secret} && chmod 0 logs/secret

@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# Runs a program with unusual output files. Programs other than the viewer write a file whole
-# or not at all.
-#
-#   output.sh PROGRAM LOG
+# output.sh PROGRAM LOG: runs the program with unusual output files. Programs other than the
+# viewer write a file whole or not at all.
 # shellcheck disable=SC2016 # The expansions are the inner shells'.
 source "$(dirname "$0")/work_folder.sh"
 mkdir new
@@ -44,7 +42,7 @@ expect_file() {
   cmp "$1" "$2" || fail "$1 differs from $2"
   [ "$(ls -A "${1%/*}")" = "${1##*/}" ] || fail "left behind: $(ls -A "${1%/*}")"
 }
-# The command before a run of these functions: another user or shell, for example.
+# COMMAND, if any, runs the program: as another user or with a limit, for example.
 # succeeds FILE [COMMAND...]: checks that a run with this output has no message.
 succeeds() { expect 0 '' '' "${@:2}" "${run[@]}" --output "$1"; }
 # writes FILE [COMMAND...]: checks the file and its folder, too.
@@ -139,9 +137,8 @@ rm new/.lumo-*-0 && expect_file new/later whole
 for output in log.bin ./new/../log.bin hard.bin soft.bin; do
   rejects "$output" "log.bin: $own_log"
 done
-for stdout in '' stdout; do
-  rejects "$stdout" "log.bin: $own_log" bash -c '"$@" >>log.bin' -
-done
+expect 1 '' "$name: log.bin: $own_log" bash -c '"$@" >>log.bin' - "${run[@]}"
+rejects stdout "log.bin: $own_log" bash -c '"$@" >>log.bin' -
 ln log.bin $'\n.bin'
 expect 1 '' "$name: \n.bin: $own_log" "${run[@]/%log.bin/$'\n.bin'}" --output log.bin
 # The first of two logs is not overwritten, either.

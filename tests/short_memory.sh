@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
-# Runs the viewer and the export with too little memory, then with more in small steps.
-# Each run must either write the whole report or table, or fail and leave an older file
-# unchanged. The report is longer than the room reserved for it, so that its growth fails,
-# too. The first complete run shows how much memory was needed.
-#
-#   short_memory.sh VIEWER FLATC SCHEMA
+# short_memory.sh VIEWER FLATC SCHEMA: runs the viewer and the export with too little memory,
+# then with more in small steps. Each run must either write the whole report or table, or fail
+# and leave an older file unchanged. The report is longer than the room reserved for it, so
+# that its growth fails, too. The first complete run shows how much memory was needed.
 set -Eeuo pipefail
 trap 'echo "FAILED: at $limit kilobytes: $BASH_COMMAND"' ERR
 viewer=$(realpath "$1") flatc=$2 schema=$(realpath "$3") limit=any

@@ -1,7 +1,5 @@
 #!/usr/bin/env bash
-# Runs a program with devices, pipes and closed standard streams.
-#
-#   streams.sh PROGRAM LOG
+# streams.sh PROGRAM LOG: runs the program with devices, pipes and closed standard streams.
 # shellcheck disable=SC2016 # The expansions are the inner shells'.
 source "$(dirname "$0")/work_folder.sh"
 fails() { expect 1 '' "$name: $1" "${@:2}"; }

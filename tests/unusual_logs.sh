@@ -1,7 +1,5 @@
 #!/usr/bin/env bash
-# Runs a program with logs that are invalid or cannot be read.
-#
-#   unusual_logs.sh PROGRAM LOG
+# unusual_logs.sh PROGRAM LOG: runs the program with logs that are invalid or cannot be read.
 source "$(dirname "$0")/work_folder.sh"
 command=("${run[@]::2}")  # without the log
 mkdir folder
