@@ -153,7 +153,8 @@ def offers(wanted, *words, program=PROGRAM):
     done = subprocess.run(["bash", "-c", script, "bash", program, *words], text=True,
                           env={**os.environ, "HOME": os.path.dirname(PROGRAM)},
                           stdout=subprocess.PIPE, check=False)
-    compare(f"completions of {program} {' '.join(words)}", wanted, done.stdout.split())
+    compare(f"completions of {program} {' '.join(words)}", wanted,
+            filter(None, done.stdout.split("\n")))
 
 
 def check_completions(options):
