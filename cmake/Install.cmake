@@ -4,11 +4,8 @@ include(GNUInstallDirs)
 set(LUMO_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
     CACHE STRING "Folder of zsh completions, usually below the prefix")
 
-set(programs lumo-profile-viewer lumo-profile-export lumo-profile-compare)
-if(TARGET lumo-profile-page)
-  list(APPEND programs lumo-profile-page)
-endif()
-foreach(program IN LISTS programs)
+foreach(name IN LISTS programs)
+  set(program lumo-profile-${name})
   install(TARGETS ${program})
   install(FILES man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
   # bash looks for a file with the name of the program; one file completes all programs.

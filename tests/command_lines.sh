@@ -1,8 +1,6 @@
 #!/usr/bin/env bash
-# Runs the command lines of a program in command_lines.txt, in an empty folder, and compares
-# what they print. They must not create files.
-#
-#   command_lines.sh PROGRAM
+# command_lines.sh PROGRAM: runs the command lines of the program in command_lines.txt, in an
+# empty folder, and compares what they print. They must not create files.
 set -u
 export LC_ALL=C
 program=$(realpath "$1") name=${1##*/}
@@ -19,13 +17,9 @@ show() {
   printf '%s' "${text//"$help"/[help]}" | sed "s/^/$1/"
 }
 
-# Keep the command lines and comments of the program, and print the actual outputs.
+awk -v name="$name" '/^#|^$/ { next } /^\$ / { is_own = $2 == name } is_own' \
+  "$list" >"$work/wanted"
 while IFS= read -r line; do
-  case $line in
-    '$ '*) is_own='' && [[ $line != "\$ $name"* ]] || is_own=1 ;;
-  esac
-  [ -z "$is_own" ] || printf '%s\n' "$line" >>"$work/wanted"
-  [[ $is_own && $line = '$ '* ]] || continue
   status=0
   arguments=()
   eval "arguments=(${line#'$ '"$name"})"
@@ -37,6 +31,6 @@ while IFS= read -r line; do
     show '! ' <"$work/err"
     [ "$status" = 0 ] || echo "= $status"
   } >>"$work/actual"
-done < <(sed '/^#/d; /^$/d' "$list")
+done < <(grep '^\$ ' "$work/wanted")
 [ -z "$(ls -A)" ] || { echo "created: $(ls -A)" && exit 1; }
 diff -a -U 3 --label command_lines.txt --label actual "$work/wanted" "$work/actual"

@@ -1,8 +1,5 @@
 #!/usr/bin/env bash
-# Checks that a program formats numbers independently of the locale.
-#
-#   locale.sh PROGRAM LOG
-# shellcheck source=tests/work_folder.sh
+# locale.sh PROGRAM LOG: checks that the program formats numbers independently of the locale.
 source "$(dirname "$0")/work_folder.sh"
 # This locale only groups digits; localedef warns about everything that it lacks.
 printf 'CHARMAP\nEND CHARMAP\n' >charmap

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Runs a program on one test case and compares its output, exit status and files.
-#
-#   run_case.sh PROGRAM FLATC SCHEMA CASE
+# run_case.sh PROGRAM FLATC SCHEMA CASE: runs a program on one test case and compares its
+# output, exit status and files.
 #
 # CASE is a folder with these files:
 #   args.txt                the arguments, one per line

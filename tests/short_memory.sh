@@ -1,10 +1,8 @@
 #!/usr/bin/env bash
-# Runs the viewer and the export with too little memory, then with more in small steps.
-# Each run must either write the whole report or table, or fail and leave an older file
-# unchanged. The report is longer than the room reserved for it, so that its growth fails,
-# too. The first complete run shows how much memory was needed.
-#
-#   short_memory.sh VIEWER FLATC SCHEMA
+# short_memory.sh VIEWER FLATC SCHEMA: runs the viewer and the export with too little memory,
+# then with more in small steps. Each run must either write the whole report or table, or fail
+# and leave an older file unchanged. The report is longer than the room reserved for it, so
+# that its growth fails, too. The first complete run shows how much memory was needed.
 set -Eeuo pipefail
 trap 'echo "FAILED: at $limit kilobytes: $BASH_COMMAND"' ERR
 viewer=$(realpath "$1") flatc=$2 schema=$(realpath "$3") limit=any
@@ -12,16 +10,12 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work" && ulimit -c 0
 
-awk 'BEGIN {
-  for (i = 0; i < 2500; ++i) {
-    name = sprintf("%0250d", i)
-    events = events sprintf("%s{name: \"%s\", value: %d, unit: 1}", i ? "," : "", name, i)
-  }
-  printf "{messages: [{events: [{name: \"(finalize)\"}]}"
-  for (run = 0; run < 2; ++run)
-    printf ", {events: [%s, {name: \"(execute)\", value: %d, unit: 1}]}", events, run
-  print "]}"
-}' >log.json
+printf -v events '{name: "%0250d", value: 1234, unit: 1}, ' {1..2500}
+{
+  echo '{messages: [{events: [{name: "(finalize)"}]}'
+  printf ', {events: [%s{name: "(execute)", value: %d, unit: 1}]}' "$events" 0 "$events" 1
+  echo ']}'
+} >log.json
 "$flatc" -b "$schema" log.json
 
 # with LIMIT COMMAND...: runs the command with that many kilobytes of address space.
@@ -58,13 +52,13 @@ climb 3 "${viewer%/*}/lumo-profile-export"
 
 # The room reserved for the texts depends on a sample of the messages. It must remain small
 # if the only large message is in the sample, and if the file is mostly padding.
-awk 'BEGIN {
-  printf "{messages: [{events: [{name: \"(finalize)\"}"
-  for (i = 0; i < 10000; ++i) printf ", {name: \"%d\"}", i
-  printf "]}, {events: [{name: \"(execute)\"}]}"
-  for (i = 0; i < 16000; ++i) printf ", {}"
-  print "]}"
-}' >log.json
+{
+  echo '{messages: [{events: [{name: "(finalize)"}'
+  printf ', {name: "%d"}' {1..10000}
+  echo ']}, {events: [{name: "(execute)"}]}'
+  printf ', {}%.0s' {1..16000}
+  echo ']}'
+} >log.json
 "$flatc" -b "$schema" log.json
 limit=100000
 with "$limit" "$viewer" --input_profile_data log.bin
