@@ -8,6 +8,7 @@ EXPORT = "lumo-profile-export"
 EXPORT_COLUMNS = "log kind graph level parent name occurrence unit mean".split()
 HEADER = "group,graph,level,parent,name,occurrence,unit,logs,mean,stdev,min,min_log,max,max_log\n"
 SIGNALS = signal.SIGINT, signal.SIGTERM
+CONTROLS = "\0-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\udc80-\udc9f"
 BYTES = "latin-1"  # one character per byte: any bytes are kept, and texts sort by bytes
 
 
@@ -81,9 +82,10 @@ def merge(result, other):  # adds the result for other logs
     result[1].update(other[1])
 
 
-def escape(text, characters="[\0-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\\\\]"):
-    """Escapes the characters that the programs escape in messages."""
-    return re.sub(characters, lambda c: c[0].encode("unicode_escape").decode(), text)
+def escape(text, characters=f"[{CONTROLS}\\\\]"):
+    """Escapes text as the programs do in messages; \\udc80 is a byte of invalid UTF-8."""
+    return re.sub(characters, lambda c: {"\n": r"\n", "\t": r"\t", "\\": r"\\"}.get(c[0]) or (
+        f"\\u{ord(c[0]):04x}" if "\x7f" < c[0] < "\ud800" else f"\\x{ord(c[0]) % 256:02x}"), text)
 
 
 def find_logs(arguments):
@@ -115,12 +117,11 @@ def compute(client, batches, options, result):
     batch_of = {future.key: batch for future, batch in zip(futures, batches)}
     running = as_completed(futures, with_results=True, raise_errors=False)
     del futures  # so that results are released when they have been read
-    pauses, suspects, count = 0, [], sum(map(len, batches))
+    pauses, suspects, count = itertools.count(1), [], sum(map(len, batches))
     while batch_of:
         if not running.has_ready():
             time.sleep(0.02)
-            pauses += 1
-            if pauses % 3000 == 0:  # about a minute
+            if next(pauses) % 3000 == 0:  # about a minute
                 client.wait_for_workers(1, timeout=60)  # fails if none is left
             continue
         future, outcome = next(running)
@@ -197,7 +198,7 @@ def write_whole(path, content):
 
 
 def say(text):
-    line = escape(f"fleet.py: {text}", "[\0-\x1f\x7f]") + "\n"
+    line = escape(f"fleet.py: {text}", f"[{CONTROLS}]") + "\n"
     with contextlib.suppress(OSError):
         os.write(sys.stderr.fileno(), os.fsencode(line))
 
@@ -227,8 +228,7 @@ def parse_arguments():
 
 def connect(options):
     """Returns a client of the scheduler or, if there is none, of local processes."""
-    import dask
-    from distributed import Client
+    import dask, distributed
     if not options.verbose:  # discard what Dask and the local workers print
         sys.stderr = open(os.dup(2), "w")
         os.dup2(os.open(os.devnull, os.O_WRONLY), 2)
@@ -239,7 +239,7 @@ def connect(options):
     signal.pthread_sigmask(signal.SIG_BLOCK, () if options.scheduler else SIGNALS)
     # Otherwise, a local worker that takes 15 seconds to restart is given up for good.
     dask.config.set({"distributed.deploy.lost-worker-timeout": "1h"})
-    client = Client(options.scheduler) if options.scheduler else Client(
+    client = distributed.Client(options.scheduler) if options.scheduler else distributed.Client(
         n_workers=dask.system.CPU_COUNT, threads_per_worker=1, dashboard_address="127.0.0.1:0")
     signal.pthread_sigmask(signal.SIG_UNBLOCK, SIGNALS)
     client.wait_for_workers(1, timeout=60)

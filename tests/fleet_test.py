@@ -100,13 +100,13 @@ class Fleet(unittest.TestCase):
         os.symlink("nowhere", "logs/1/link.bin")
         os.mkfifo("logs/2/pipe.bin")
         make_logs(["logs/x/kind.bin"], runs=0)
-        os.mkdir("no\tne")
+        os.mkdir(empty := "no\t\r\x85\u202e\udc9b")
         for scheduler in [], self.cluster():
             table, lines = self.fleet(
-                *scheduler, "--timeout=3", "--parts", "logs", "no\tne", status=1)
+                *scheduler, "--timeout=3", "--parts", "logs", empty, status=1)
             missing = [line for line in lines if line.startswith("means missing")]
             self.assertEqual(lines, [
-                "no\\tne: the folder has no logs (files named *.bin)",
+                "no\\t\\x0d\\u0085\\u202e\\x9b: the folder has no logs (files named *.bin)",
                 *(f"{path}: {BAD[name]}" for path, name in sorted(bad.items())), *missing,
                 f"logs that could not be read: {len(bad)} of {len(good) + len(bad)}"])
             self.check_table(table, log_model.fleet_rows(good, parts=True))
