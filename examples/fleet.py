@@ -82,8 +82,7 @@ def merge(result, other):  # adds the result for other logs
     result[1].update(other[1])
 
 
-def escape(text, characters=f"[{CONTROLS}\\\\]"):
-    """Escapes text as the programs do in messages; \\udc80 is a byte of invalid UTF-8."""
+def escape(text, characters=f"[{CONTROLS}\\\\]"):  # as the programs do in messages
     return re.sub(characters, lambda c: {"\n": r"\n", "\t": r"\t", "\\": r"\\"}.get(c[0]) or (
         f"\\u{ord(c[0]):04x}" if "\x7f" < c[0] < "\ud800" else f"\\x{ord(c[0]) % 256:02x}"), text)
 
@@ -172,7 +171,7 @@ def field(value):
 
 
 def write_whole(path, content):
-    """Replaces a file as the programs do; writes directly to a stream, a device or a pipe."""
+    """Replaces a file in its folder; writes directly to a stream, a device or a pipe."""
     older = os.stat(path) if os.path.exists(path) else None
     if older and (not stat.S_ISREG(older.st_mode) or os.path.samestat(older, os.fstat(1))):
         with open(path, "wb") as stream:
@@ -205,6 +204,7 @@ def say(text):
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
+    parser.error = lambda text, error=parser.error: error(escape(text, f"[{CONTROLS}]"))
     add = parser.add_argument
     add("--scheduler", metavar="ADDRESS", help="Dask scheduler, such as tcp://10.0.0.1:8786")
     add("--num_warmup", metavar="W", type=int, default=1, help="values to exclude (default: 1)")

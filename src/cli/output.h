@@ -22,9 +22,10 @@ using TextWriter = std::function<void(std::ostream&)>;
 //
 // A regular file is created or replaced when the whole text is on disk. Until
 // then, and after a failure, an older file is unchanged. Only a run that is
-// killed leaves another file in the folder, ".lumo-PID-N". The new file has the
-// mode of the older one and, as far as the system allows it, its owner and its
-// group. A symbolic link is kept, and the file that it leads to is replaced.
+// killed or runs out of memory leaves another file in the folder,
+// ".lumo-PID-N". The new file has the mode of the older one and, as far as the
+// system allows it, its owner and its group. A symbolic link is kept, and the
+// file that it leads to is replaced.
 //
 // The text is written directly to a device or a pipe, to the name of an open
 // file (/dev/stdout), and to a file that cannot be replaced in its folder. A
