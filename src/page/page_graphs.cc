@@ -140,6 +140,7 @@ void WriteStripsOf(std::ostream& stream, const std::vector<Strip>& strips,
 void WriteStrips(std::ostream& stream, const Page& page, const Graph& graph) {
   const Row& run = *graph.whole_run;
   std::vector<Strip> strips;
+  strips.reserve(run.sides.size());
   for (const PairSide& side : run.sides) {
     strips.push_back(SplitWholeRun(run, side, page.sample));
   }
