@@ -8,7 +8,7 @@ EXPORT = "lumo-profile-export"
 EXPORT_COLUMNS = "log kind graph level parent name occurrence unit mean".split()
 HEADER = "group,graph,level,parent,name,occurrence,unit,logs,mean,stdev,min,min_log,max,max_log\n"
 SIGNALS = signal.SIGINT, signal.SIGTERM
-CONTROLS = "\0-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\udc80-\udc9f"
+CONTROLS = "[\0-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\udc80-\udc9f]"
 BYTES = "latin-1"  # one character per byte: any bytes are kept, and texts sort by bytes
 
 
@@ -82,7 +82,7 @@ def merge(result, other):  # adds the result for other logs
     result[1].update(other[1])
 
 
-def escape(text, characters=f"[{CONTROLS}\\\\]"):  # as the programs do in messages
+def escape(text, characters=CONTROLS + r"|\\"):  # as the programs do in messages
     return re.sub(characters, lambda c: {"\n": r"\n", "\t": r"\t", "\\": r"\\"}.get(c[0]) or (
         f"\\u{ord(c[0]):04x}" if "\x7f" < c[0] < "\ud800" else f"\\x{ord(c[0]) % 256:02x}"), text)
 
@@ -197,14 +197,14 @@ def write_whole(path, content):
 
 
 def say(text):
-    line = escape(f"fleet.py: {text}", f"[{CONTROLS}]") + "\n"
+    line = escape(f"fleet.py: {text}", CONTROLS) + "\n"
     with contextlib.suppress(OSError):
         os.write(sys.stderr.fileno(), os.fsencode(line))
 
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.error = lambda text, error=parser.error: error(escape(text, f"[{CONTROLS}]"))
+    parser.error = lambda text, error=parser.error: error(escape(text, CONTROLS))
     add = parser.add_argument
     add("--scheduler", metavar="ADDRESS", help="Dask scheduler, such as tcp://10.0.0.1:8786")
     add("--num_warmup", metavar="W", type=int, default=1, help="values to exclude (default: 1)")
